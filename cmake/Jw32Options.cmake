@@ -1,0 +1,25 @@
+# The compile options that every target of the project shares.
+option(JW32_WERROR "Treat warnings as errors" OFF)
+option(JW32_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+option(JW32_BENCHMARKS "Build the benchmarks" OFF)
+option(JW32_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})
+option(JW32_EXAMPLES "Build the examples" ${PROJECT_IS_TOP_LEVEL})
+
+# Warnings, and the flags that keep floating-point results equal in every build.
+add_library(jw32_options INTERFACE)
+target_compile_features(jw32_options INTERFACE cxx_std_20)
+target_compile_options(jw32_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wundef -Wnon-virtual-dtor
+    $<$<BOOL:${JW32_WERROR}>:-Werror>
+    -ffp-contract=off)
+if(WIN32)
+    target_compile_options(jw32_options INTERFACE -msse2 -mfpmath=sse)
+    # Exceptions cross the DLL's boundary, so every module uses the one shared runtime.
+    target_link_options(jw32_options INTERFACE -shared-libgcc)
+    target_compile_definitions(jw32_options INTERFACE _WIN32_WINNT=0x0601 WINVER=0x0601)
+endif()
+if(JW32_SANITIZE)
+    target_compile_options(jw32_options INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(jw32_options INTERFACE -fsanitize=address,undefined)
+endif()

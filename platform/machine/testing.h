@@ -1,0 +1,68 @@
+// What tests say to the machine: scripts for its entry points, and what is still in use.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform_export.h"
+
+namespace machine {
+
+// One call as it was made. Strings stand in UTF-8 and in quotes, numbers in decimal, a null pointer
+// as "null" and any other pointer as "pointer".
+struct CallRecord {
+    std::string name;
+    std::vector<std::string> arguments;
+    bool fallible;  // whether the operation can be made to fail
+
+    std::string text() const {  // as in: DeleteFileW("C:\a.txt")
+        std::string result = name + "(";
+        for (std::size_t i = 0; i < arguments.size(); ++i) {
+            result += (i == 0 ? "" : ", ") + arguments[i];
+        }
+        return result + ")";
+    }
+};
+
+// While it lives, the calls of all threads are recorded, and the rules given to it decide them.
+// Rules count calls from the construction on, beginning with 1. One script at a time.
+class PLATFORM_API Script {
+  public:
+    Script();
+    ~Script();
+    Script(const Script&) = delete;
+    Script& operator=(const Script&) = delete;
+
+    // The n-th call of the operation fails with the last error `code`; n = 0: every call.
+    void fail(std::string_view name, std::uint32_t code, unsigned n = 1);
+    // The n-th call that can fail, of whatever operation, fails with `code`.
+    void failNth(unsigned n, std::uint32_t code);
+    // The n-th call of the operation gives `value` and does nothing else; n = 0: every call.
+    void answer(std::string_view name, std::uintptr_t value, unsigned n = 0);
+    // The entry point is missing in the module: GetProcAddress gives null for it.
+    void missing(std::string_view module, std::string_view entryPoint);
+
+    std::vector<CallRecord> calls() const;
+    // The names of the recorded calls, without their arguments.
+    std::vector<std::string> names() const;
+    unsigned count(std::string_view name) const;
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+    friend struct ScriptAccess;
+};
+
+// What callers hold of the machine at the moment.
+struct InUse {
+    std::uint64_t handles;  // open handles of every kind
+    std::uint64_t blocks;   // heap blocks that crossed the interface
+    std::uint64_t modules;  // references to loaded modules
+    bool operator==(const InUse&) const = default;
+};
+PLATFORM_API InUse inUse();
+
+}  // namespace machine
