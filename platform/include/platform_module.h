@@ -20,3 +20,8 @@ extern "C" {
 BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID reserved);
 extern const PlatformModuleStrings platformModuleStrings;
 }
+
+// Called by the module's constructor and destructor.
+WINBASEAPI void platformAttachModule(HINSTANCE handle, const PlatformModuleStrings* strings,
+                                     BOOL (*entry)(HINSTANCE, DWORD, LPVOID));
+WINBASEAPI void platformDetachModule(HINSTANCE handle);

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <initializer_list>
 #include <string>
+#include <string_view>
 #include <type_traits>
 
 #include "platform_export.h"
@@ -52,12 +53,11 @@ extern std::atomic<bool> scriptActive;
 std::string argumentText(const char* text);
 std::string argumentText(const wchar_t* text);
 std::string argumentText(const void* pointer);
-std::string argumentText(std::uint64_t number);
 
 template <class Argument>
 std::string describe(const Argument& argument) {
-    if constexpr (std::is_integral_v<Argument> || std::is_enum_v<Argument>) {
-        return argumentText(static_cast<std::uint64_t>(argument));
+    if constexpr (std::is_integral_v<Argument>) {
+        return std::to_string(argument);
     } else {
         return argumentText(argument);
     }
@@ -65,6 +65,9 @@ std::string describe(const Argument& argument) {
 
 enum class Fallible : bool { No, Yes };
 Verdict consult(const char* name, Fallible fallible, std::initializer_list<std::string> arguments);
+
+// Whether the active script says that the module lacks the entry point.
+bool isMissing(std::string_view module, std::string_view entryPoint);
 
 }  // namespace detail
 

@@ -11,8 +11,8 @@
 
 namespace machine {
 
-// One call as it was made. Strings stand in UTF-8 and in quotes, numbers in decimal, a null pointer
-// as "null" and any other pointer as "pointer".
+// One call as it was made. Wide strings stand in UTF-8, others as they are, all in quotes; numbers
+// in decimal; a null pointer as "null" and any other pointer as "pointer".
 struct CallRecord {
     std::string name;
     std::vector<std::string> arguments;

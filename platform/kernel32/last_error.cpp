@@ -1,0 +1,22 @@
+// The calling thread's last error and the process's error mode.
+#include <atomic>
+
+#include "errhandlingapi.h"
+#include "machine/script.h"
+
+namespace {
+thread_local DWORD lastError = 0;
+std::atomic<UINT> errorMode{0};
+}  // namespace
+
+DWORD WINAPI GetLastError() {
+    if (const auto scripted = machine::query("GetLastError")) return scripted.or_(lastError);
+    return lastError;
+}
+
+void WINAPI SetLastError(DWORD code) { lastError = code; }
+
+UINT WINAPI SetErrorMode(UINT mode) {
+    if (const auto scripted = machine::query("SetErrorMode", mode)) return scripted.or_(UINT{0});
+    return errorMode.exchange(mode);
+}

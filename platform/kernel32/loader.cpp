@@ -1,0 +1,57 @@
+// Loading of modules and lookup of their entry points.
+#include "errhandlingapi.h"
+#include "libloaderapi.h"
+#include "machine/modules.h"
+#include "machine/script.h"
+#include "winerror.h"
+
+namespace {
+
+HMODULE loadOrReport(LPCSTR name, bool asData) {
+    const HMODULE module = name != nullptr ? machine::loadModule(name, asData) : nullptr;
+    if (module == nullptr) {
+        SetLastError(name != nullptr ? ERROR_MOD_NOT_FOUND : ERROR_INVALID_PARAMETER);
+    }
+    return module;
+}
+
+}  // namespace
+
+HMODULE WINAPI LoadLibraryA(LPCSTR name) {
+    if (const auto scripted = machine::call("LoadLibraryA", name)) {
+        return scripted.or_(HMODULE{nullptr});
+    }
+    return loadOrReport(name, false);
+}
+
+HMODULE WINAPI LoadLibraryExA(LPCSTR name, HANDLE reserved, DWORD flags) {
+    if (const auto scripted = machine::call("LoadLibraryExA", name, reserved, flags)) {
+        return scripted.or_(HMODULE{nullptr});
+    }
+    return loadOrReport(name, (flags & LOAD_LIBRARY_AS_DATAFILE) != 0);
+}
+
+BOOL WINAPI FreeLibrary(HMODULE module) {
+    if (const auto scripted = machine::call("FreeLibrary", module)) return scripted.or_(FALSE);
+    if (machine::releaseModule(module)) return TRUE;
+    SetLastError(ERROR_MOD_NOT_FOUND);
+    return FALSE;
+}
+
+FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name) {
+    if (const auto scripted = machine::call("GetProcAddress", module, name)) {
+        return scripted.or_(FARPROC{nullptr});
+    }
+    const FARPROC function = machine::entryPoint(module, name);
+    if (function == nullptr) SetLastError(ERROR_PROC_NOT_FOUND);
+    return function;
+}
+
+HMODULE WINAPI GetModuleHandleA(LPCSTR name) {
+    if (const auto scripted = machine::call("GetModuleHandleA", name)) {
+        return scripted.or_(HMODULE{nullptr});
+    }
+    const HMODULE module = name != nullptr ? machine::findModule(name) : nullptr;
+    if (module == nullptr) SetLastError(ERROR_MOD_NOT_FOUND);
+    return module;
+}

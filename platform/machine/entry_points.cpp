@@ -1,0 +1,45 @@
+// The table of the entry points that are looked up by name, module by module.
+#include "machine/entry_points.h"
+
+#include "machine/text.h"
+#include "sysinfoapi.h"
+
+namespace machine {
+
+namespace {
+
+struct EntryPoint {
+    std::string_view module, name;
+    FARPROC function;
+};
+
+template <class Function>
+FARPROC address(Function* function) {
+    return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(function));
+}
+
+const EntryPoint entryPoints[] = {
+    {"kernel32.dll", "GetVersionExA", address(GetVersionExA)},
+};
+
+bool sameModule(std::string_view left, std::string_view right) {
+    return equalIgnoringCase(fromUtf8(left), fromUtf8(right));
+}
+
+}  // namespace
+
+bool isSystemModule(std::string_view name) {
+    for (const auto& entry : entryPoints) {
+        if (sameModule(entry.module, name)) return true;
+    }
+    return false;
+}
+
+FARPROC systemEntryPoint(std::string_view module, std::string_view name) {
+    for (const auto& entry : entryPoints) {
+        if (entry.name == name && sameModule(entry.module, module)) return entry.function;
+    }
+    return nullptr;
+}
+
+}  // namespace machine

@@ -1,0 +1,167 @@
+// The modules of the process, their references and what can be looked up in them.
+#include "machine/modules.h"
+
+#include <algorithm>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include "libloaderapi.h"
+#include "machine/entry_points.h"
+#include "machine/machine.h"
+#include "machine/script.h"
+#include "machine/text.h"
+
+namespace machine {
+
+namespace {
+
+// A module that was asked for by name. Its address is its handle.
+struct NamedModule {
+    std::string name;
+    bool asData;
+    std::uint64_t references;
+};
+
+std::recursive_mutex mutex;  // recursive: a module's entry may look modules up
+std::vector<SharedModule> sharedModules;
+std::vector<std::unique_ptr<NamedModule>> namedModules;
+
+bool sameName(std::string_view left, std::string_view right) {
+    return equalIgnoringCase(fromUtf8(left), fromUtf8(right));
+}
+
+// Names of modules may come without their ".dll".
+std::string withExtension(std::string_view name) {
+    const bool bare = name.find('.') == std::string_view::npos;
+    return std::string(name) + (bare ? ".dll" : "");
+}
+
+const DataModule* dataModule(std::string_view name) {
+    const auto& modules = current().dataModules;
+    const auto found = std::find_if(modules.begin(), modules.end(), [&](const DataModule& module) {
+        return sameName(module.name, name);
+    });
+    return found == modules.end() ? nullptr : &*found;
+}
+
+HMODULE handleOf(NamedModule& module) { return reinterpret_cast<HMODULE>(&module); }
+
+NamedModule* named(HMODULE handle) {
+    for (const auto& module : namedModules) {
+        if (handleOf(*module) == handle) return module.get();
+    }
+    return nullptr;
+}
+
+const SharedModule* shared(HMODULE handle) {
+    for (const auto& module : sharedModules) {
+        if (module.handle == handle) return &module;
+    }
+    return nullptr;
+}
+
+std::string textOf(const std::vector<std::pair<std::uint32_t, std::string>>& texts,
+                   std::uint32_t id) {
+    const auto found =
+        std::find_if(texts.begin(), texts.end(), [&](const auto& text) { return text.first == id; });
+    return found == texts.end() ? std::string() : found->second;
+}
+
+}  // namespace
+
+void attachModule(const SharedModule& module) {
+    const std::lock_guard lock(mutex);
+    sharedModules.push_back(module);
+    module.entry(module.handle, DLL_PROCESS_ATTACH, nullptr);
+}
+
+void detachModule(HINSTANCE handle) {
+    const std::lock_guard lock(mutex);
+    if (const auto* const module = shared(handle)) {
+        module->entry(handle, DLL_PROCESS_DETACH, nullptr);
+        std::erase_if(sharedModules, [&](const auto& other) { return other.handle == handle; });
+    }
+}
+
+void notifyModules(DWORD reason) {
+    const std::lock_guard lock(mutex);
+    for (const auto& module : sharedModules) module.entry(module.handle, reason, nullptr);
+}
+
+HMODULE loadModule(std::string_view name, bool asData) {
+    const auto full = withExtension(name);
+    if (!isSystemModule(full) && dataModule(full) == nullptr) return nullptr;
+    const std::lock_guard lock(mutex);
+    for (const auto& module : namedModules) {
+        if (!sameName(module->name, full) || module->asData != asData) continue;
+        ++module->references;
+        return handleOf(*module);
+    }
+    namedModules.push_back(std::make_unique<NamedModule>(NamedModule{full, asData, 1}));
+    return handleOf(*namedModules.back());
+}
+
+HMODULE findModule(std::string_view name) {
+    const auto full = withExtension(name);
+    const std::lock_guard lock(mutex);
+    for (const auto& module : namedModules) {
+        if (sameName(module->name, full) && !module->asData) return handleOf(*module);
+    }
+    return nullptr;
+}
+
+bool releaseModule(HMODULE handle) {
+    const std::lock_guard lock(mutex);
+    auto* const module = named(handle);
+    if (module == nullptr) return false;
+    if (--module->references == 0) {
+        std::erase_if(namedModules, [&](const auto& other) { return other.get() == module; });
+    }
+    return true;
+}
+
+std::uint64_t loadedModuleReferences() {
+    const std::lock_guard lock(mutex);
+    std::uint64_t sum = 0;
+    for (const auto& module : namedModules) sum += module->references;
+    return sum;
+}
+
+FARPROC entryPoint(HMODULE handle, const char* name) {
+    const std::lock_guard lock(mutex);
+    const auto* const module = named(handle);
+    if (module == nullptr || detail::isMissing(module->name, name)) return nullptr;
+    return systemEntryPoint(module->name, name);
+}
+
+std::string moduleString(HMODULE handle, std::uint32_t id) {
+    const std::lock_guard lock(mutex);
+    if (const auto* const module = named(handle)) {
+        const auto* const data = dataModule(module->name);
+        return data != nullptr ? textOf(data->strings, id) : std::string();
+    }
+    const auto* const module = shared(handle);
+    if (module == nullptr) return {};
+    const auto* const first = module->strings->first;
+    const auto* const last = first + module->strings->count;
+    const auto* const found =
+        std::find_if(first, last, [&](const auto& string) { return string.id == id; });
+    return found == last ? std::string() : std::string(found->text);
+}
+
+std::string moduleMessage(HMODULE handle, std::uint32_t id) {
+    const std::lock_guard lock(mutex);
+    const auto* const module = named(handle);
+    const auto* const data = module != nullptr ? dataModule(module->name) : nullptr;
+    return data != nullptr ? textOf(data->messages, id) : std::string();
+}
+
+}  // namespace machine
+
+void platformAttachModule(HINSTANCE handle, const PlatformModuleStrings* strings,
+                          BOOL (*entry)(HINSTANCE, DWORD, LPVOID)) {
+    machine::attachModule({handle, entry, strings});
+}
+
+void platformDetachModule(HINSTANCE handle) { machine::detachModule(handle); }
