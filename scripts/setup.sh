@@ -60,7 +60,7 @@ make_prefix() {
     [ -e "$WINEPREFIX/ready" ] && return 0
     echo "setup: making the Wine prefix"
     rm -rf "$WINEPREFIX" && mkdir -p "$WINEPREFIX"
-    "$JW32_WINE" wineboot -i >/dev/null 2>&1
+    "$JW32_WINE" wineboot -i >/dev/null 2>&1 || true
     [ -e "$WINEPREFIX/drive_c/windows/syswow64/kernel32.dll" ] ||
         { echo "setup: Wine made no 32-bit system directory in $WINEPREFIX" >&2; exit 1; }
     mkdir -p "$WINEPREFIX/drive_d" && ln -sfn ../drive_d "$WINEPREFIX/dosdevices/d:"

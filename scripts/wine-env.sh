@@ -1,9 +1,7 @@
 # Where the Windows build's emulator lives; sourced by the other scripts ($root is the checkout).
 jw32_cache=${JW32_CACHE:-${XDG_CACHE_HOME:-${HOME:-$root/build}/.cache}/jw32}
-jw32_mingw_runtime=$(dirname "$(i686-w64-mingw32-g++-posix -print-file-name=libstdc++-6.dll)")
 export JW32_WINE=/usr/lib/wine/wine64
 export WINEDLLPATH=$jw32_cache/wine-i386/usr/lib/i386-linux-gnu/wine
 export WINEPREFIX=$root/build/wine
-export WINEPATH="Z:${jw32_mingw_runtime//\//\\};Z:\\usr\\i686-w64-mingw32\\lib"
 export WINEDEBUG=-all
 export WINEDLLOVERRIDES="mscoree=d;mshtml=d;winemenubuilder.exe=d"

@@ -1,0 +1,12 @@
+# The runtime libraries of mingw-w64, which stand beside every program and beside the installed DLL.
+set(mingw_runtime)
+foreach(name libstdc++-6.dll libgcc_s_dw2-1.dll libwinpthread-1.dll)
+    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${name}
+        OUTPUT_VARIABLE found OUTPUT_STRIP_TRAILING_WHITESPACE)
+    if(NOT IS_ABSOLUTE "${found}" OR NOT EXISTS "${found}")
+        message(FATAL_ERROR "${name} is not among the files of ${CMAKE_CXX_COMPILER}")
+    endif()
+    list(APPEND mingw_runtime ${found})
+endforeach()
+file(COPY ${mingw_runtime} DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY} FOLLOW_SYMLINK_CHAIN)
+install(FILES ${mingw_runtime} DESTINATION ${CMAKE_INSTALL_BINDIR})
