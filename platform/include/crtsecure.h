@@ -1,0 +1,37 @@
+// The bounded functions of the C runtime that the host's own <stdlib.h>, <string.h> and <stdio.h>
+// lack. Each terminates what it writes; a buffer that is too small comes back empty, with ERANGE.
+#pragma once
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "platform_export.h"
+
+using errno_t = int;
+
+inline constexpr std::size_t _TRUNCATE = static_cast<std::size_t>(-1);
+inline constexpr errno_t STRUNCATE = 80;
+
+// A copy from malloc, for free; null when there is no memory.
+WINBASEAPI char* _strdup(const char* text);
+WINBASEAPI errno_t strcpy_s(char* target, std::size_t size, const char* source);
+WINBASEAPI errno_t strcat_s(char* target, std::size_t size, const char* source);
+
+// Formats as printf does, with exact ties of %f rounded away from zero. -1 when it does not fit.
+WINBASEAPI int vsprintf_s(char* target, std::size_t size, const char* format, va_list arguments);
+WINBASEAPI int sprintf_s(char* target, std::size_t size, const char* format, ...)
+    __attribute__((format(printf, 3, 4)));
+
+// The digits of the value's magnitude, rounded to `decimals` decimals, ties away from zero. The point
+// stands behind the first `point` digits; it is 0 or negative for a value below 1.
+WINBASEAPI errno_t _fcvt_s(char* digits, std::size_t size, double value, int decimals, int* point,
+                           int* sign);
+
+// Cuts a path into its parts; a part that is not wanted has a null pointer and the size 0.
+WINBASEAPI errno_t _splitpath_s(const char* path, char* drive, std::size_t driveSize,
+                                char* directory, std::size_t directorySize, char* name,
+                                std::size_t nameSize, char* extension, std::size_t extensionSize);

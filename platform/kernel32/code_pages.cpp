@@ -1,0 +1,96 @@
+// Conversions between code pages and wide text.
+#include <algorithm>
+
+#include "errhandlingapi.h"
+#include "machine/code_page.h"
+#include "machine/machine.h"
+#include "machine/script.h"
+#include "machine/text.h"
+#include "stringapiset.h"
+#include "winerror.h"
+#include "winnls.h"
+
+namespace {
+
+UINT resolved(UINT codePage) {
+    return codePage == CP_ACP || codePage == CP_THREAD_ACP ? machine::current().codePage : codePage;
+}
+
+int refuse(DWORD code) {
+    SetLastError(code);
+    return 0;
+}
+
+template <class Source, class Target>
+bool argumentsAreValid(const Source* source, int sourceLength, const Target* target,
+                       int targetSize, UINT codePage) {
+    return source != nullptr && sourceLength != 0 && sourceLength >= -1 && targetSize >= 0 &&
+           (targetSize == 0 || target != nullptr) && machine::isCodePage(codePage);
+}
+
+template <class Source>
+std::size_t lengthWithTerminator(const Source* source) {
+    const Source* end = source;
+    while (*end != 0) ++end;
+    return static_cast<std::size_t>(end - source) + 1;
+}
+
+template <class Source>
+bool isAscii(const Source* source, std::size_t length) {
+    return std::all_of(source, source + length,
+                       [](Source unit) { return unit >= 0 && unit < 0x80; });
+}
+
+// Copies the converted text, or tells its length when no room is given.
+template <class Text, class Target>
+int deliver(const Text& text, std::size_t length, Target* target, int targetSize) {
+    if (targetSize == 0) return static_cast<int>(length);
+    if (length > static_cast<std::size_t>(targetSize)) return refuse(ERROR_INSUFFICIENT_BUFFER);
+    std::transform(text, text + length, target,
+                   [](auto unit) { return static_cast<Target>(unit); });
+    return static_cast<int>(length);
+}
+
+}  // namespace
+
+UINT WINAPI GetACP() { return machine::current().codePage; }
+
+BOOL WINAPI IsDBCSLeadByteEx(UINT codePage, BYTE byte) {
+    return machine::isLeadByte(resolved(codePage), byte) ? TRUE : FALSE;
+}
+
+int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR source, int sourceLength,
+                               LPWSTR target, int targetSize) {
+    if (const auto scripted =
+            machine::call("MultiByteToWideChar", codePage, flags, source, sourceLength, targetSize)) {
+        return scripted.or_(0);
+    }
+    const UINT page = resolved(codePage);
+    if (!argumentsAreValid(source, sourceLength, target, targetSize, page)) {
+        return refuse(ERROR_INVALID_PARAMETER);
+    }
+    const auto length =
+        sourceLength == -1 ? lengthWithTerminator(source) : static_cast<std::size_t>(sourceLength);
+    if (isAscii(source, length)) return deliver(source, length, target, targetSize);
+    const auto text = machine::decode(page, {source, length});
+    return deliver(text.data(), text.size(), target, targetSize);
+}
+
+int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR source, int sourceLength,
+                               LPSTR target, int targetSize, LPCSTR defaultCharacter,
+                               LPBOOL usedDefault) {
+    if (const auto scripted = machine::call("WideCharToMultiByte", codePage, flags, source,
+                                            sourceLength, targetSize, defaultCharacter,
+                                            static_cast<const void*>(usedDefault))) {
+        return scripted.or_(0);
+    }
+    const UINT page = resolved(codePage);
+    if (!argumentsAreValid(source, sourceLength, target, targetSize, page)) {
+        return refuse(ERROR_INVALID_PARAMETER);
+    }
+    const auto length =
+        sourceLength == -1 ? lengthWithTerminator(source) : static_cast<std::size_t>(sourceLength);
+    if (isAscii(source, length)) return deliver(source, length, target, targetSize);
+    const auto text = machine::encode(page, std::u16string(source, source + length));
+    return deliver(text.data(), text.size(), target, targetSize);
+}

@@ -1,0 +1,46 @@
+// Lengths and comparisons of text.
+#include <algorithm>
+#include <cstring>
+
+#include "errhandlingapi.h"
+#include "machine/script.h"
+#include "machine/text.h"
+#include "stringapiset.h"
+#include "winerror.h"
+#include "winnls.h"
+
+namespace {
+
+std::u16string decoded(LPCSTR text, int length, bool ignoreCase) {
+    const auto bytes = length < 0 ? std::strlen(text) : static_cast<std::size_t>(length);
+    const auto wide = machine::fromAnsi({text, bytes});
+    return ignoreCase ? machine::upperCase(wide) : wide;
+}
+
+}  // namespace
+
+int WINAPI lstrlenA(LPCSTR text) {
+    return text == nullptr ? 0 : static_cast<int>(std::strlen(text));
+}
+
+int WINAPI lstrlenW(LPCWSTR text) {
+    int length = 0;
+    while (text != nullptr && text[length] != 0) ++length;
+    return length;
+}
+
+int WINAPI CompareStringA(LCID locale, DWORD flags, LPCSTR left, int leftLength, LPCSTR right,
+                          int rightLength) {
+    if (const auto scripted = machine::call("CompareStringA", locale, flags, left, leftLength,
+                                            right, rightLength)) {
+        return scripted.or_(0);
+    }
+    if (left == nullptr || right == nullptr) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return 0;
+    }
+    const bool ignoreCase = (flags & NORM_IGNORECASE) != 0;
+    const auto order = decoded(left, leftLength, ignoreCase)
+                           .compare(decoded(right, rightLength, ignoreCase));
+    return order < 0 ? CSTR_LESS_THAN : order == 0 ? CSTR_EQUAL : CSTR_GREATER_THAN;
+}

@@ -1,0 +1,35 @@
+// Attributes and times of files.
+//
+// Read-only is the lack of write permission. Hidden, system and archive stand in the extended
+// attribute user.DOSATTRIB; a file without one reports archive. Where the file system has no extended
+// attributes, a table of this process keeps them for as long as it runs.
+#pragma once
+
+#include <sys/stat.h>
+
+#include <string>
+
+#include "fileapi.h"
+
+namespace machine {
+
+// The attributes that SetFileAttributesW sets; FILE_ATTRIBUTE_NORMAL stands for none of them.
+inline constexpr DWORD settableAttributes = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN |
+                                            FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
+                                            FILE_ATTRIBUTE_TEMPORARY;
+
+bool isReadOnly(const struct stat& status);
+DWORD attributesOf(const std::string& path, const struct stat& status);
+
+// The result is 0 or the error's code.
+DWORD setAttributes(const std::string& path, const struct stat& status, DWORD attributes);
+
+FILETIME fileTime(const struct timespec& time);
+
+struct FileTimes {
+    FILETIME creation, access, write;
+};
+// The creation time is the host's birth time, or the earliest of the others where there is none.
+FileTimes timesOf(const std::string& path, const struct stat& status);
+
+}  // namespace machine

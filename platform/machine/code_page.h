@@ -1,0 +1,25 @@
+// The code pages that the machine can have: UTF-8, 1252 and 932.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace machine {
+
+inline constexpr std::uint32_t utf8CodePage = 65001;
+
+bool isCodePage(std::uint32_t codePage);
+
+// Whether the byte opens a double-byte character of the code page.
+bool isLeadByte(std::uint32_t codePage, std::uint8_t byte);
+
+// The number of bytes of the text's first character; the text is not empty. A byte that opens no
+// valid character counts as one.
+std::size_t firstCharacterLength(std::uint32_t codePage, std::string_view text);
+
+// What is not valid becomes U+FFFD, and what the code page cannot tell becomes "?".
+std::u16string decode(std::uint32_t codePage, std::string_view text);
+std::string encode(std::uint32_t codePage, std::u16string_view text);
+
+}  // namespace machine

@@ -1,0 +1,34 @@
+// Names of the interface found on the host: without regard to case, exact match first, and by their
+// short form too.
+#pragma once
+
+#include <sys/stat.h>
+
+#include <string>
+
+#include "machine/paths.h"
+#include "windef.h"
+
+namespace machine {
+
+// A name on the host. Where it does not exist, the folder does, and the last component is as given.
+struct HostName {
+    std::string path;
+    DWORD error = 0;  // 0: exists; else ERROR_FILE_NOT_FOUND or ERROR_PATH_NOT_FOUND and others
+    struct stat status {};
+
+    bool exists() const { return error == 0; }
+    bool canBeMade() const;  // it does not exist, but its folder does
+    bool isDirectory() const { return S_ISDIR(status.st_mode); }
+};
+
+// A dangling symbolic link counts as existing.
+HostName findOnHost(const Path& path);
+
+// The folder that holds the last component of a path that is not a root.
+Path parentOf(const Path& path);
+
+// The host path of the name taken as it stands, existing or not.
+std::string literalHostPath(const Path& path);
+
+}  // namespace machine

@@ -1,0 +1,228 @@
+// Paths of the interface: made absolute, taken apart, checked.
+#include "machine/paths.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <memory>
+
+#include "machine/text.h"
+#include "winerror.h"
+
+namespace machine {
+
+namespace {
+
+using Components = std::vector<std::u16string>;
+
+constexpr std::size_t longestComponent = 255;
+
+bool isSeparator(char16_t character) { return character == u'\\' || character == u'/'; }
+
+bool isLetter(char16_t character) {
+    const char16_t upper = upperCase(character);
+    return upper >= u'A' && upper <= u'Z';
+}
+
+Path invalid(DWORD error) {
+    Path path;
+    path.error = error;
+    return path;
+}
+
+std::u16string withoutTrailing(std::u16string name, std::u16string_view characters) {
+    const auto last = name.find_last_not_of(characters);
+    name.erase(last == std::u16string::npos ? 0 : last + 1);
+    return name;
+}
+
+// Adds a piece of a path to the components: "." stays where it is, ".." goes up but never above the
+// root, and dots and blanks at the end of a name do not count.
+void addComponents(Components& components, std::u16string_view text) {
+    while (!text.empty()) {
+        const auto end = std::find_if(text.begin(), text.end(), isSeparator);
+        std::u16string name(text.begin(), end);
+        text.remove_prefix(std::min(name.size() + 1, text.size()));
+        if (name == u"..") {
+            if (!components.empty()) components.pop_back();
+            continue;
+        }
+        const bool last = text.empty();
+        name = withoutTrailing(std::move(name), last ? u". " : u".");
+        if (!name.empty()) components.push_back(std::move(name));
+    }
+}
+
+// A path behind "\\?\" is taken as it stands.
+void addVerbatim(Components& components, std::u16string_view text) {
+    while (!text.empty()) {
+        const auto end = std::min(text.find(u'\\'), text.size());
+        if (end > 0) components.emplace_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+}
+
+bool isReservedName(const std::u16string& component) {
+    constexpr std::array names = {u"CON", u"PRN", u"AUX", u"NUL"};
+    const auto base = upperCase(withoutTrailing(component.substr(0, component.find(u'.')), u" "));
+    const bool numbered = base.size() == 4 && base[3] >= u'1' && base[3] <= u'9' &&
+                          (base.starts_with(u"COM") || base.starts_with(u"LPT"));
+    return numbered || std::find(names.begin(), names.end(), base) != names.end();
+}
+
+bool isNullDevice(const std::u16string& component) {
+    return upperCase(component.substr(0, component.find(u'.'))).starts_with(u"NUL") &&
+           isReservedName(component);
+}
+
+bool isValidComponent(const std::u16string& component, bool wildcards) {
+    const std::u16string_view refused = wildcards ? u"<>:\"|/" : u"<>:\"|/?*";
+    return component.size() <= longestComponent &&
+           std::none_of(component.begin(), component.end(), [&](char16_t character) {
+               return character < 0x20 || refused.find(character) != std::u16string_view::npos;
+           });
+}
+
+// The last checks, on a path whose root and components are known.
+Path checked(Path path, Wildcards wildcards) {
+    if (path.drive != nullptr && !path.drive->ready) return invalid(ERROR_NOT_READY);
+    path.kind = Path::Kind::File;
+    if (path.components.empty()) return path;
+    const auto& last = path.components.back();
+    if (isNullDevice(last)) {
+        path.kind = Path::Kind::NullDevice;
+        return path;
+    }
+    if (isReservedName(last)) return invalid(ERROR_FILE_NOT_FOUND);
+    for (const auto& component : path.components) {
+        const bool mayBeWild = wildcards == Wildcards::InLastComponent && &component == &last;
+        if (!isValidComponent(component, mayBeWild)) return invalid(ERROR_INVALID_NAME);
+    }
+    return path;
+}
+
+bool startsOnDrive(const std::string& host, const std::string& folder) {
+    if (folder == "/") return true;
+    return host.starts_with(folder) && (host.size() == folder.size() || host[folder.size()] == '/');
+}
+
+// The drive whose folder holds the host path most closely; null: none does.
+const Drive* driveOfHostPath(const std::string& host) {
+    const Drive* best = nullptr;
+    for (const auto& drive : current().drives) {
+        if (!startsOnDrive(host, drive.folder)) continue;
+        if (best == nullptr || best->folder.size() < drive.folder.size()) best = &drive;
+    }
+    return best;
+}
+
+std::string hostCurrentDirectory() {
+    const std::unique_ptr<char, void (*)(void*)> path(::getcwd(nullptr, 0), std::free);
+    return path == nullptr ? "/" : path.get();
+}
+
+// "\\server\share\rest".
+Path sharePath(std::u16string_view text, bool verbatim) {
+    Components all;
+    verbatim ? addVerbatim(all, text) : addComponents(all, text);
+    Path path;
+    path.share = all.size() < 2 ? nullptr : current().share(toUtf8(all[0]), toUtf8(all[1]));
+    if (path.share == nullptr) return invalid(all.size() < 2 ? ERROR_INVALID_NAME : ERROR_BAD_NETPATH);
+    path.components.assign(all.begin() + 2, all.end());
+    return path;
+}
+
+// "X:\rest" with the two first characters checked.
+Path drivePath(std::u16string_view text, bool verbatim) {
+    Path path;
+    path.drive = current().drive(static_cast<char>(text[0]));
+    if (path.drive == nullptr) return invalid(ERROR_PATH_NOT_FOUND);
+    const auto rest = text.substr(2);
+    if (verbatim) {
+        addVerbatim(path.components, rest);
+        return path;
+    }
+    const bool rooted = !rest.empty() && isSeparator(rest[0]);
+    const auto here = currentDirectory();
+    if (!rooted && here.drive == path.drive) path.components = here.components;
+    addComponents(path.components, rest);
+    return path;
+}
+
+bool isDrive(std::u16string_view text) {
+    return text.size() > 1 && isLetter(text[0]) && text[1] == u':';
+}
+
+Path absolute(std::u16string_view text) {
+    if (isDrive(text)) return drivePath(text, false);
+    if (text.size() > 1 && isSeparator(text[0]) && isSeparator(text[1])) {
+        return sharePath(text.substr(2), false);
+    }
+    auto path = currentDirectory();
+    if (isSeparator(text[0])) path.components.clear();
+    addComponents(path.components, text);
+    return path;
+}
+
+Path verbatim(std::u16string_view text) {
+    if (text.starts_with(u"UNC\\")) return sharePath(text.substr(4), true);
+    if (!isDrive(text)) return invalid(ERROR_PATH_NOT_FOUND);
+    return drivePath(text, true);
+}
+
+Path device(std::u16string_view name) {
+    Path path;
+    path.kind = isNullDevice(std::u16string(name)) ? Path::Kind::NullDevice : Path::Kind::Invalid;
+    path.error = path.kind == Path::Kind::NullDevice ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
+    return path;
+}
+
+}  // namespace
+
+std::u16string Path::text() const {
+    auto result = drive != nullptr
+                      ? fromUtf8(std::string{drive->letter, ':'})
+                      : u"\\\\" + fromUtf8(share->server) + u"\\" + fromUtf8(share->name);
+    for (const auto& component : components) result += u"\\" + component;
+    return components.empty() ? result + u"\\" : result;
+}
+
+std::string Path::hostRoot() const {
+    const auto& folder = drive != nullptr ? drive->folder : share->folder;
+    return folder == "/" ? std::string() : folder;
+}
+
+Path currentDirectory() {
+    const auto host = hostCurrentDirectory();
+    Path path;
+    path.drive = driveOfHostPath(host);
+    if (path.drive == nullptr) return invalid(ERROR_PATH_NOT_FOUND);
+    path.kind = Path::Kind::File;
+    const auto length = path.drive->folder == "/" ? 0 : path.drive->folder.size();
+    const auto rest = fromUtf8(host.substr(length));
+    for (std::u16string_view left = rest; !left.empty();) {
+        const auto end = std::min(left.find(u'/'), left.size());
+        if (end > 0) path.components.emplace_back(left.substr(0, end));
+        left.remove_prefix(std::min(end + 1, left.size()));
+    }
+    return path;
+}
+
+Path parsePath(const wchar_t* text, Wildcards wildcards) {
+    const auto whole = fromWide(text);
+    const std::u16string_view view = whole;
+    if (view.empty()) return invalid(ERROR_PATH_NOT_FOUND);
+    if (view.starts_with(u"\\\\.\\")) return device(view.substr(4));
+    const bool asItStands = view.starts_with(u"\\\\?\\");
+    auto path = asItStands ? verbatim(view.substr(4)) : absolute(view);
+    if (path.error != 0) return path;
+    path.trailingSeparator = isSeparator(view.back()) && !path.components.empty();
+    path = checked(std::move(path), wildcards);
+    const bool tooLong = !asItStands && path.kind == Path::Kind::File &&
+                         path.text().size() >= MAX_PATH;
+    return tooLong ? invalid(ERROR_PATH_NOT_FOUND) : path;
+}
+
+}  // namespace machine

@@ -1,0 +1,68 @@
+// Short names of the form 8.3.
+#include "machine/short_names.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "machine/text.h"
+
+namespace machine {
+
+namespace {
+
+bool isShortCharacter(char16_t character) {
+    constexpr std::u16string_view refused = u" .\"/\\[]:;|=,+*?<>";
+    return character > 0x20 && character < 0x7F &&
+           refused.find(character) == std::u16string_view::npos;
+}
+
+bool isShortPart(std::u16string_view part, std::size_t longest) {
+    return part.size() <= longest && std::all_of(part.begin(), part.end(), isShortCharacter);
+}
+
+// FNV-1a, 32 bits.
+std::uint32_t hashOf(std::u16string_view name) {
+    std::uint32_t hash = 2166136261U;
+    for (const char16_t character : name) {
+        const std::uint32_t unit = upperCase(character);
+        hash = (hash ^ (unit & 0xFF)) * 16777619U;
+        hash = (hash ^ (unit >> 8)) * 16777619U;
+    }
+    return hash;
+}
+
+std::u16string shortCharacters(std::u16string_view text, std::size_t most) {
+    std::u16string result;
+    for (const char16_t character : text) {
+        if (result.size() < most && isShortCharacter(character)) result += upperCase(character);
+    }
+    return result;
+}
+
+}  // namespace
+
+bool isShortForm(std::u16string_view name) {
+    if (name == u"." || name == u"..") return true;
+    const auto dot = name.find(u'.');
+    const auto base = name.substr(0, dot);
+    const bool hasExtension = dot != std::u16string_view::npos;
+    const auto extension = hasExtension ? name.substr(dot + 1) : std::u16string_view();
+    return !base.empty() && isShortPart(base, 8) && isShortPart(extension, 3) &&
+           hasExtension != extension.empty();
+}
+
+std::u16string shortNameOf(std::u16string_view name) {
+    if (isShortForm(name)) return std::u16string(name);
+    constexpr std::u16string_view digits = u"0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    const auto dot = name.rfind(u'.');
+    auto result = shortCharacters(name.substr(0, dot), 2);
+    auto hash = hashOf(name);
+    for (int i = 0; i < 4; ++i, hash /= 36) result += digits[hash % 36];
+    result += u'~';
+    result += digits[1 + hash % 9];
+    if (dot == std::u16string_view::npos) return result;
+    const auto extension = shortCharacters(name.substr(dot + 1), 3);
+    return extension.empty() ? result : result + u'.' + extension;
+}
+
+}  // namespace machine

@@ -1,0 +1,11 @@
+// Decimal forms of doubles, with exact ties rounded away from zero.
+#pragma once
+
+#include <cstddef>
+
+// Room for the integer digits of the largest double, a point, decimals, a sign and the terminator.
+inline constexpr std::size_t decimalRoom = 1536;
+inline constexpr int mostDecimals = 1100;  // no double has more
+
+// Writes the magnitude with that many decimals, as "12.50" or "12". Returns the length.
+std::size_t writeDecimal(char (&text)[decimalRoom], double magnitude, int decimals);

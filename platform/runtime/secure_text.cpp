@@ -1,0 +1,32 @@
+// Bounded copying and appending.
+#include <cstring>
+
+#include "crtsecure.h"
+#include "machine/script.h"
+
+char* _strdup(const char* text) {
+    if (const auto scripted = machine::call("_strdup", text)) {
+        errno = ENOMEM;
+        return scripted.or_(static_cast<char*>(nullptr));
+    }
+    return text == nullptr ? nullptr : ::strdup(text);
+}
+
+errno_t strcpy_s(char* target, std::size_t size, const char* source) {
+    if (target == nullptr || size == 0) return EINVAL;
+    target[0] = '\0';
+    if (source == nullptr) return EINVAL;
+    const auto length = std::strlen(source);
+    if (length >= size) return ERANGE;
+    std::memcpy(target, source, length + 1);
+    return 0;
+}
+
+errno_t strcat_s(char* target, std::size_t size, const char* source) {
+    if (target == nullptr || size == 0) return EINVAL;
+    const auto used = ::strnlen(target, size);
+    if (used == size) return EINVAL;
+    const auto result = strcpy_s(target + used, size - used, source);
+    if (result != 0) target[0] = '\0';
+    return result;
+}

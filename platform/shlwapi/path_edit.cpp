@@ -1,0 +1,44 @@
+// Backslashes at the end of a path, and its root.
+#include <cstring>
+
+#include "machine/script.h"
+#include "path_text.h"
+#include "shlwapi.h"
+
+LPSTR WINAPI PathAddBackslashA(LPSTR path) {
+    if (const auto scripted = machine::call("PathAddBackslashA", path)) {
+        return scripted.or_(LPSTR{nullptr});
+    }
+    const auto length = path == nullptr ? MAX_PATH : std::strlen(path);
+    if (length >= MAX_PATH) return nullptr;
+    const auto places = backslashesOf(path);
+    const bool isThere = !places.empty() && places.back() + 1 == length;
+    if (isThere || length == 0) return path + length;
+    if (length + 1 >= MAX_PATH) return nullptr;
+    std::memcpy(path + length, "\\", 2);
+    return path + length + 1;
+}
+
+LPSTR WINAPI PathRemoveBackslashA(LPSTR path) {
+    if (const auto scripted = machine::call("PathRemoveBackslashA", path)) {
+        return scripted.or_(LPSTR{nullptr});
+    }
+    if (path == nullptr) return nullptr;
+    const auto places = backslashesOf(path);
+    const auto length = std::strlen(path);
+    if (places.empty() || places.back() + 1 != length) return path + length;
+    if (rootLength(path) < length) path[places.back()] = '\0';
+    return path + places.back();
+}
+
+BOOL WINAPI PathStripToRootA(LPSTR path) {
+    if (const auto scripted = machine::call("PathStripToRootA", path)) return scripted.or_(FALSE);
+    if (path == nullptr) return FALSE;
+    if (const auto length = rootLength(path)) {
+        path[length] = '\0';
+        return TRUE;
+    }
+    const bool hasDrive = path[0] != '\0' && path[1] == ':';
+    path[hasDrive ? 2 : 0] = '\0';
+    return FALSE;
+}

@@ -1,0 +1,34 @@
+// Questions about the root of a wide path.
+#include "machine/script.h"
+#include "machine/text.h"
+#include "shlwapi.h"
+
+namespace {
+
+// The length of the root with its last backslash: "C:\" or "\\server\share\"; 0: none.
+std::size_t completeRootLength(const std::u16string& path) {
+    if (path.size() > 2 && path[1] == u':' && path[2] == u'\\') return 3;
+    if (path.substr(0, 2) != u"\\\\") return 0;
+    const auto server = path.find(u'\\', 2);
+    if (server == std::u16string::npos) return 0;
+    const auto share = path.find(u'\\', server + 1);
+    return share == std::u16string::npos ? 0 : share + 1;
+}
+
+}  // namespace
+
+BOOL WINAPI PathIsSameRootW(LPCWSTR left, LPCWSTR right) {
+    if (const auto scripted = machine::call("PathIsSameRootW", left, right)) {
+        return scripted.or_(FALSE);
+    }
+    const auto first = machine::fromWide(left), second = machine::fromWide(right);
+    const auto length = completeRootLength(first);
+    const bool same = length > 0 && second.size() >= length &&
+                      machine::equalIgnoringCase(first.substr(0, length), second.substr(0, length));
+    return same ? TRUE : FALSE;
+}
+
+BOOL WINAPI PathIsUNCW(LPCWSTR path) {
+    if (const auto scripted = machine::call("PathIsUNCW", path)) return scripted.or_(FALSE);
+    return machine::fromWide(path).substr(0, 2) == u"\\\\" ? TRUE : FALSE;
+}
