@@ -55,7 +55,9 @@ const Workplace& workplace() {
 constexpr std::size_t pageSize = 4096;
 constexpr DWORD readShare = FILE_SHARE_READ | FILE_SHARE_WRITE;
 
-void failed(benchmark::State& state) { state.SkipWithError("the operation failed"); }
+void failed(benchmark::State& state) {
+    state.SkipWithError("the operation failed");
+}
 
 void openClosePlain(benchmark::State& state) {
     const auto name = workplace().plain("data.bin");

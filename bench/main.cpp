@@ -1,4 +1,5 @@
-// Runs the benchmarks and prints, for each pair "jw32/NAME" and "plain/NAME", the ratio of the times.
+// Runs the benchmarks and prints, for each pair "jw32/NAME" and "plain/NAME", the ratio of the
+// times.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>

@@ -13,4 +13,6 @@ class CAtlException {
     HRESULT m_hr = E_FAIL;
 };
 
-[[noreturn]] inline void AtlThrow(HRESULT result) { throw CAtlException(result); }
+[[noreturn]] inline void AtlThrow(HRESULT result) {
+    throw CAtlException(result);
+}

@@ -26,8 +26,8 @@ WINBASEAPI int vsprintf_s(char* target, std::size_t size, const char* format, va
 WINBASEAPI int sprintf_s(char* target, std::size_t size, const char* format, ...)
     __attribute__((format(printf, 3, 4)));
 
-// The digits of the value's magnitude, rounded to `decimals` decimals, ties away from zero. The point
-// stands behind the first `point` digits; it is 0 or negative for a value below 1.
+// The digits of the value's magnitude, rounded to `decimals` decimals, ties away from zero. The
+// point stands behind the first `point` digits; it is 0 or negative for a value below 1.
 WINBASEAPI errno_t _fcvt_s(char* digits, std::size_t size, double value, int decimals, int* point,
                            int* sign);
 

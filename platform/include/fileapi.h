@@ -45,7 +45,8 @@ WINBASEAPI BOOL WINAPI ReadFile(HANDLE file, LPVOID target, DWORD count, LPDWORD
                                 LPOVERLAPPED overlapped);
 WINBASEAPI BOOL WINAPI WriteFile(HANDLE file, LPCVOID source, DWORD count, LPDWORD moved,
                                  LPOVERLAPPED overlapped);
-WINBASEAPI DWORD WINAPI SetFilePointer(HANDLE file, LONG distance, PLONG distanceHigh, DWORD origin);
+WINBASEAPI DWORD WINAPI SetFilePointer(HANDLE file, LONG distance, PLONG distanceHigh,
+                                       DWORD origin);
 WINBASEAPI BOOL WINAPI SetEndOfFile(HANDLE file);
 WINBASEAPI DWORD WINAPI GetFileSize(HANDLE file, LPDWORD sizeHigh);
 WINBASEAPI BOOL WINAPI DeleteFileW(LPCWSTR name);

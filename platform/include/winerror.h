@@ -78,8 +78,12 @@ inline constexpr HRESULT E_FAIL = static_cast<HRESULT>(0x80004005);
 inline constexpr HRESULT E_OUTOFMEMORY = static_cast<HRESULT>(0x8007000E);
 inline constexpr HRESULT E_INVALIDARG = static_cast<HRESULT>(0x80070057);
 
-constexpr bool FAILED(HRESULT result) { return result < 0; }
-constexpr bool SUCCEEDED(HRESULT result) { return result >= 0; }
+constexpr bool FAILED(HRESULT result) {
+    return result < 0;
+}
+constexpr bool SUCCEEDED(HRESULT result) {
+    return result >= 0;
+}
 
 // A code of 0 or below stays as it is; any other keeps its low word and gets the Win32 facility.
 constexpr HRESULT HRESULT_FROM_WIN32(DWORD code) {

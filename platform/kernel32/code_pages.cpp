@@ -22,8 +22,8 @@ int refuse(DWORD code) {
 }
 
 template <class Source, class Target>
-bool argumentsAreValid(const Source* source, int sourceLength, const Target* target,
-                       int targetSize, UINT codePage) {
+bool argumentsAreValid(const Source* source, int sourceLength, const Target* target, int targetSize,
+                       UINT codePage) {
     return source != nullptr && sourceLength != 0 && sourceLength >= -1 && targetSize >= 0 &&
            (targetSize == 0 || target != nullptr) && machine::isCodePage(codePage);
 }
@@ -53,7 +53,9 @@ int deliver(const Text& text, std::size_t length, Target* target, int targetSize
 
 }  // namespace
 
-UINT WINAPI GetACP() { return machine::current().codePage; }
+UINT WINAPI GetACP() {
+    return machine::current().codePage;
+}
 
 BOOL WINAPI IsDBCSLeadByteEx(UINT codePage, BYTE byte) {
     return machine::isLeadByte(resolved(codePage), byte) ? TRUE : FALSE;
@@ -61,8 +63,8 @@ BOOL WINAPI IsDBCSLeadByteEx(UINT codePage, BYTE byte) {
 
 int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR source, int sourceLength,
                                LPWSTR target, int targetSize) {
-    if (const auto scripted =
-            machine::call("MultiByteToWideChar", codePage, flags, source, sourceLength, targetSize)) {
+    if (const auto scripted = machine::call("MultiByteToWideChar", codePage, flags, source,
+                                            sourceLength, targetSize)) {
         return scripted.or_(0);
     }
     const UINT page = resolved(codePage);
@@ -79,9 +81,9 @@ int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR source, int so
 int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR source, int sourceLength,
                                LPSTR target, int targetSize, LPCSTR defaultCharacter,
                                LPBOOL usedDefault) {
-    if (const auto scripted = machine::call("WideCharToMultiByte", codePage, flags, source,
-                                            sourceLength, targetSize, defaultCharacter,
-                                            static_cast<const void*>(usedDefault))) {
+    if (const auto scripted =
+            machine::call("WideCharToMultiByte", codePage, flags, source, sourceLength, targetSize,
+                          defaultCharacter, static_cast<const void*>(usedDefault))) {
         return scripted.or_(0);
     }
     const UINT page = resolved(codePage);

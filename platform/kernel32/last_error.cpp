@@ -14,7 +14,9 @@ DWORD WINAPI GetLastError() {
     return lastError;
 }
 
-void WINAPI SetLastError(DWORD code) { lastError = code; }
+void WINAPI SetLastError(DWORD code) {
+    lastError = code;
+}
 
 UINT WINAPI SetErrorMode(UINT mode) {
     if (const auto scripted = machine::query("SetErrorMode", mode)) return scripted.or_(UINT{0});

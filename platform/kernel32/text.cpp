@@ -31,8 +31,8 @@ int WINAPI lstrlenW(LPCWSTR text) {
 
 int WINAPI CompareStringA(LCID locale, DWORD flags, LPCSTR left, int leftLength, LPCSTR right,
                           int rightLength) {
-    if (const auto scripted = machine::call("CompareStringA", locale, flags, left, leftLength,
-                                            right, rightLength)) {
+    if (const auto scripted =
+            machine::call("CompareStringA", locale, flags, left, leftLength, right, rightLength)) {
         return scripted.or_(0);
     }
     if (left == nullptr || right == nullptr) {
@@ -40,7 +40,7 @@ int WINAPI CompareStringA(LCID locale, DWORD flags, LPCSTR left, int leftLength,
         return 0;
     }
     const bool ignoreCase = (flags & NORM_IGNORECASE) != 0;
-    const auto order = decoded(left, leftLength, ignoreCase)
-                           .compare(decoded(right, rightLength, ignoreCase));
+    const auto order =
+        decoded(left, leftLength, ignoreCase).compare(decoded(right, rightLength, ignoreCase));
     return order < 0 ? CSTR_LESS_THAN : order == 0 ? CSTR_EQUAL : CSTR_GREATER_THAN;
 }

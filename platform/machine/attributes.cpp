@@ -101,7 +101,9 @@ bool earlier(const timespec& left, const timespec& right) {
 
 }  // namespace
 
-bool isReadOnly(const struct stat& status) { return (status.st_mode & writeBits) == 0; }
+bool isReadOnly(const struct stat& status) {
+    return (status.st_mode & writeBits) == 0;
+}
 
 DWORD attributesOf(const std::string& path, const struct stat& status) {
     const bool directory = S_ISDIR(status.st_mode);

@@ -1,8 +1,8 @@
 // Attributes and times of files.
 //
 // Read-only is the lack of write permission. Hidden, system and archive stand in the extended
-// attribute user.DOSATTRIB; a file without one reports archive. Where the file system has no extended
-// attributes, a table of this process keeps them for as long as it runs.
+// attribute user.DOSATTRIB; a file without one reports archive. Where the file system has no
+// extended attributes, a table of this process keeps them for as long as it runs.
 #pragma once
 
 #include <sys/stat.h>

@@ -29,8 +29,7 @@ char16_t decode1252(std::uint8_t byte) {
 }
 
 char encode1252(char16_t character) {
-    const auto found =
-        std::find(upperControls1252.begin(), upperControls1252.end(), character);
+    const auto found = std::find(upperControls1252.begin(), upperControls1252.end(), character);
     if (found != upperControls1252.end()) {
         return static_cast<char>(0x80 + (found - upperControls1252.begin()));
     }
@@ -97,7 +96,9 @@ std::u16string decodeUtf8(std::string_view text) {
     return result;
 }
 
-bool isSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
+bool isSurrogate(char16_t unit) {
+    return unit >= 0xD800 && unit <= 0xDFFF;
+}
 
 bool isPair(std::u16string_view text) {
     return text.size() > 1 && text[0] >= 0xD800 && text[0] <= 0xDBFF && text[1] >= 0xDC00 &&
@@ -109,7 +110,8 @@ std::string encodeUtf8(std::u16string_view text) {
     while (!text.empty()) {
         const std::size_t length = isPair(text) ? 2 : 1;
         const bool lone = length == 1 && isSurrogate(text[0]);
-        result += lone ? toUtf8(std::u16string_view(&replacement, 1)) : toUtf8(text.substr(0, length));
+        result +=
+            lone ? toUtf8(std::u16string_view(&replacement, 1)) : toUtf8(text.substr(0, length));
         text.remove_prefix(length);
     }
     return result;
@@ -158,8 +160,12 @@ std::string encode(std::uint32_t codePage, std::u16string_view text) {
     return result;
 }
 
-std::u16string fromAnsi(std::string_view text) { return decode(current().codePage, text); }
+std::u16string fromAnsi(std::string_view text) {
+    return decode(current().codePage, text);
+}
 
-std::string toAnsi(std::u16string_view text) { return encode(current().codePage, text); }
+std::string toAnsi(std::u16string_view text) {
+    return encode(current().codePage, text);
+}
 
 }  // namespace machine

@@ -33,7 +33,10 @@ struct FileObject : KernelObject {
     static constexpr ObjectKind objectKind = ObjectKind::File;
 
     FileObject(Descriptor file, bool mayRead, bool mayWrite)
-        : KernelObject(objectKind), descriptor(std::move(file)), canRead(mayRead), canWrite(mayWrite) {}
+        : KernelObject(objectKind),
+          descriptor(std::move(file)),
+          canRead(mayRead),
+          canWrite(mayWrite) {}
     ~FileObject() override {
         if (!removedOnClose.empty()) ::unlink(removedOnClose.c_str());
     }

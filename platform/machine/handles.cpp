@@ -4,6 +4,7 @@
 #include <array>
 #include <atomic>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 namespace machine {
@@ -108,7 +109,9 @@ bool closeObject(HANDLE handle) {
     return true;
 }
 
-std::uint64_t handleCount() { return openHandles.load(std::memory_order_relaxed); }
+std::uint64_t handleCount() {
+    return openHandles.load(std::memory_order_relaxed);
+}
 
 namespace detail {
 

@@ -71,7 +71,9 @@ HostName findByComponents(const Path& path) {
 
 }  // namespace
 
-bool HostName::canBeMade() const { return error == ERROR_FILE_NOT_FOUND; }
+bool HostName::canBeMade() const {
+    return error == ERROR_FILE_NOT_FOUND;
+}
 
 std::string literalHostPath(const Path& path) {
     auto result = path.hostRoot();

@@ -84,6 +84,8 @@ Installed::Installed(Machine machine)
     : mine_(std::make_unique<const Machine>(std::move(machine))),
       former_(installed.exchange(mine_.get(), std::memory_order_acq_rel)) {}
 
-Installed::~Installed() { installed.store(former_, std::memory_order_release); }
+Installed::~Installed() {
+    installed.store(former_, std::memory_order_release);
+}
 
 }  // namespace machine

@@ -14,14 +14,20 @@
 namespace machine {
 
 // The values of GetDriveTypeA.
-enum class DriveKind : std::uint32_t { Removable = 2, Fixed = 3, Remote = 4, CdRom = 5, RamDisk = 6 };
+enum class DriveKind : std::uint32_t {
+    Removable = 2,
+    Fixed = 3,
+    Remote = 4,
+    CdRom = 5,
+    RamDisk = 6
+};
 
 struct Drive {
     char letter;         // 'A' to 'Z'
     std::string folder;  // on the host, absolute, without a last slash unless it is "/"
     DriveKind kind = DriveKind::Fixed;
-    std::string label = {};              // UTF-8
-    std::string fileSystem = "NTFS";     // as GetVolumeInformationW tells
+    std::string label = {};                      // UTF-8
+    std::string fileSystem = "NTFS";             // as GetVolumeInformationW tells
     std::uint32_t fileSystemFlags = 0x0000000F;  // case kept, Unicode names, persistent lists
     std::uint32_t serial = 0x4A573332;
     bool ready = true;  // false: no medium, every access fails with ERROR_NOT_READY

@@ -45,7 +45,9 @@ const DataModule* dataModule(std::string_view name) {
     return found == modules.end() ? nullptr : &*found;
 }
 
-HMODULE handleOf(NamedModule& module) { return reinterpret_cast<HMODULE>(&module); }
+HMODULE handleOf(NamedModule& module) {
+    return reinterpret_cast<HMODULE>(&module);
+}
 
 NamedModule* named(HMODULE handle) {
     for (const auto& module : namedModules) {
@@ -63,8 +65,8 @@ const SharedModule* shared(HMODULE handle) {
 
 std::string textOf(const std::vector<std::pair<std::uint32_t, std::string>>& texts,
                    std::uint32_t id) {
-    const auto found =
-        std::find_if(texts.begin(), texts.end(), [&](const auto& text) { return text.first == id; });
+    const auto found = std::find_if(texts.begin(), texts.end(),
+                                    [&](const auto& text) { return text.first == id; });
     return found == texts.end() ? std::string() : found->second;
 }
 
@@ -164,4 +166,6 @@ void platformAttachModule(HINSTANCE handle, const PlatformModuleStrings* strings
     machine::attachModule({handle, entry, strings});
 }
 
-void platformDetachModule(HINSTANCE handle) { machine::detachModule(handle); }
+void platformDetachModule(HINSTANCE handle) {
+    machine::detachModule(handle);
+}

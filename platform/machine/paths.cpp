@@ -19,7 +19,9 @@ using Components = std::vector<std::u16string>;
 
 constexpr std::size_t longestComponent = 255;
 
-bool isSeparator(char16_t character) { return character == u'\\' || character == u'/'; }
+bool isSeparator(char16_t character) {
+    return character == u'\\' || character == u'/';
+}
 
 bool isLetter(char16_t character) {
     const char16_t upper = upperCase(character);
@@ -129,7 +131,8 @@ Path sharePath(std::u16string_view text, bool verbatim) {
     verbatim ? addVerbatim(all, text) : addComponents(all, text);
     Path path;
     path.share = all.size() < 2 ? nullptr : current().share(toUtf8(all[0]), toUtf8(all[1]));
-    if (path.share == nullptr) return invalid(all.size() < 2 ? ERROR_INVALID_NAME : ERROR_BAD_NETPATH);
+    if (path.share == nullptr)
+        return invalid(all.size() < 2 ? ERROR_INVALID_NAME : ERROR_BAD_NETPATH);
     path.components.assign(all.begin() + 2, all.end());
     return path;
 }
@@ -189,6 +192,10 @@ std::u16string Path::text() const {
     return components.empty() ? result + u"\\" : result;
 }
 
+DWORD Path::fileError() const {
+    return kind == Kind::NullDevice ? ERROR_ACCESS_DENIED : error;
+}
+
 std::string Path::hostRoot() const {
     const auto& folder = drive != nullptr ? drive->folder : share->folder;
     return folder == "/" ? std::string() : folder;
@@ -220,8 +227,8 @@ Path parsePath(const wchar_t* text, Wildcards wildcards) {
     if (path.error != 0) return path;
     path.trailingSeparator = isSeparator(view.back()) && !path.components.empty();
     path = checked(std::move(path), wildcards);
-    const bool tooLong = !asItStands && path.kind == Path::Kind::File &&
-                         path.text().size() >= MAX_PATH;
+    const bool tooLong =
+        !asItStands && path.kind == Path::Kind::File && path.text().size() >= MAX_PATH;
     return tooLong ? invalid(ERROR_PATH_NOT_FOUND) : path;
 }
 

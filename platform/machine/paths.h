@@ -21,6 +21,8 @@ struct Path {
     std::vector<std::u16string> components{};  // without "." and ".."; empty: the root
     bool trailingSeparator = false;
 
+    // Why the path names no file; 0: it names one, existing or not.
+    DWORD fileError() const;
     bool isRoot() const { return components.empty(); }
     // "C:\a\b" or "\\server\share\a\b".
     std::u16string text() const;
@@ -30,9 +32,9 @@ struct Path {
 
 enum class Wildcards { Refused, InLastComponent };
 
-// Relative paths go by the current directory. An unknown drive or share, a drive that is not ready, a
-// name with characters that no name may hold and a path of 260 characters or more without the "\\?\"
-// prefix are invalid.
+// Relative paths go by the current directory. An unknown drive or share, a drive that is not ready,
+// a name with characters that no name may hold and a path of 260 characters or more without the
+// "\\?\" prefix are invalid.
 Path parsePath(const wchar_t* text, Wildcards wildcards = Wildcards::Refused);
 
 // The current directory as a path of the interface.

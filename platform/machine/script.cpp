@@ -67,7 +67,9 @@ std::string argumentText(const wchar_t* text) {
     return text == nullptr ? "null" : "\"" + toUtf8(text) + "\"";
 }
 
-std::string argumentText(const void* pointer) { return pointer == nullptr ? "null" : "pointer"; }
+std::string argumentText(const void* pointer) {
+    return pointer == nullptr ? "null" : "pointer";
+}
 
 Verdict consult(const char* name, Fallible fallible, std::initializer_list<std::string> arguments) {
     const std::lock_guard lock(mutex);
@@ -112,7 +114,9 @@ void Script::fail(std::string_view name, std::uint32_t code, unsigned n) {
     state_->rules.push_back({std::string(name), n, Verdict::failing(), code});
 }
 
-void Script::failNth(unsigned n, std::uint32_t code) { fail("", code, n); }
+void Script::failNth(unsigned n, std::uint32_t code) {
+    fail("", code, n);
+}
 
 void Script::answer(std::string_view name, std::uintptr_t value, unsigned n) {
     const std::lock_guard lock(mutex);

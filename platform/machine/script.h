@@ -74,14 +74,16 @@ bool isMissing(std::string_view module, std::string_view entryPoint);
 // Announces an operation that can fail. A script that makes it fail sets the last error.
 template <class... Arguments>
 [[nodiscard]] inline Verdict call(const char* name, const Arguments&... arguments) {
-    if (!detail::scriptActive.load(std::memory_order_relaxed)) [[likely]] return {};
+    if (!detail::scriptActive.load(std::memory_order_relaxed)) [[likely]]
+        return {};
     return detail::consult(name, detail::Fallible::Yes, {detail::describe(arguments)...});
 }
 
 // Announces an operation that cannot fail, so that it stands in the record and can be answered for.
 template <class... Arguments>
 [[nodiscard]] inline Verdict query(const char* name, const Arguments&... arguments) {
-    if (!detail::scriptActive.load(std::memory_order_relaxed)) [[likely]] return {};
+    if (!detail::scriptActive.load(std::memory_order_relaxed)) [[likely]]
+        return {};
     return detail::consult(name, detail::Fallible::No, {detail::describe(arguments)...});
 }
 

@@ -109,6 +109,8 @@ bool share(int file, const Sharing& sharing) {
     return false;
 }
 
-bool couldShare(int file, const Sharing& sharing) { return isFree(file, refusedBy(sharing)); }
+bool couldShare(int file, const Sharing& sharing) {
+    return isFree(file, refusedBy(sharing));
+}
 
 }  // namespace machine

@@ -2,7 +2,8 @@
 //
 // Each right that a handle uses and each right that it denies to others is a read lock on one byte
 // far behind the end of the file, held by the open file description. The host gives the locks back
-// when the handle's process ends, however it ends. File systems without such locks share everything.
+// when the handle's process ends, however it ends. File systems without such locks share
+// everything.
 #pragma once
 
 #include "windef.h"

@@ -59,7 +59,6 @@ class PLATFORM_API Script {
 // What callers hold of the machine at the moment.
 struct InUse {
     std::uint64_t handles;  // open handles of every kind
-    std::uint64_t blocks;   // heap blocks that crossed the interface
     std::uint64_t modules;  // references to loaded modules
     bool operator==(const InUse&) const = default;
 };

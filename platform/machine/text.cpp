@@ -9,9 +9,15 @@ namespace {
 
 constexpr char16_t escapeBase = 0xDC00;  // U+DC80 to U+DCFF stand for bytes that are not UTF-8
 
-bool isHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool isLowSurrogate(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
-bool isEscapedByte(char16_t unit) { return unit >= escapeBase + 0x80 && unit <= escapeBase + 0xFF; }
+bool isHighSurrogate(char16_t unit) {
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+bool isLowSurrogate(char16_t unit) {
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+bool isEscapedByte(char16_t unit) {
+    return unit >= escapeBase + 0x80 && unit <= escapeBase + 0xFF;
+}
 
 std::uint8_t byteAt(std::string_view text, std::size_t index) {
     return static_cast<std::uint8_t>(text[index]);
@@ -105,6 +111,8 @@ std::u16string fromWide(const wchar_t* text) {
     return result;
 }
 
-std::string toUtf8(const wchar_t* text) { return toUtf8(fromWide(text)); }
+std::string toUtf8(const wchar_t* text) {
+    return toUtf8(fromWide(text));
+}
 
 }  // namespace machine

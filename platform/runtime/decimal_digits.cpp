@@ -39,8 +39,8 @@ std::size_t writeDecimal(char (&text)[decimalRoom], double magnitude, int decima
         return static_cast<std::size_t>(
             std::snprintf(text, sizeof text, "%.*f", decimals, magnitude));
     }
-    auto length = static_cast<std::size_t>(
-        std::snprintf(text, sizeof text, "%.*f", decimals + 1, magnitude));
+    auto length =
+        static_cast<std::size_t>(std::snprintf(text, sizeof text, "%.*f", decimals + 1, magnitude));
     const bool up = text[length - 1] >= '5';
     length -= decimals == 0 ? 2 : 1;
     text[length] = '\0';

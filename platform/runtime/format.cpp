@@ -56,11 +56,16 @@ int readNumber(const char*& format, va_list& arguments) {
 Conversion readConversion(const char*& format, va_list& arguments) {
     Conversion conversion;
     for (;; ++format) {
-        if (*format == '-') conversion.left = true;
-        else if (*format == '0') conversion.zero = true;
-        else if (*format == '+') conversion.plus = true;
-        else if (*format == ' ') conversion.blank = true;
-        else break;
+        if (*format == '-')
+            conversion.left = true;
+        else if (*format == '0')
+            conversion.zero = true;
+        else if (*format == '+')
+            conversion.plus = true;
+        else if (*format == ' ')
+            conversion.blank = true;
+        else
+            break;
     }
     conversion.width = readNumber(format, arguments);
     if (conversion.width < 0) {
@@ -135,16 +140,21 @@ void putConversion(Output& output, const Conversion& conversion, va_list& argume
             const auto bits = static_cast<unsigned>(value);
             return putInteger(output, conversion, value < 0 ? 0U - bits : bits, value < 0, 10);
         }
-        case 'u': return putInteger(output, conversion, va_arg(arguments, unsigned), false, 10);
+        case 'u':
+            return putInteger(output, conversion, va_arg(arguments, unsigned), false, 10);
         case 'x':
-        case 'X': return putInteger(output, conversion, va_arg(arguments, unsigned), false, 16);
-        case 'f': return putDouble(output, conversion, va_arg(arguments, double));
-        case 's': return putText(output, conversion, va_arg(arguments, const char*));
+        case 'X':
+            return putInteger(output, conversion, va_arg(arguments, unsigned), false, 16);
+        case 'f':
+            return putDouble(output, conversion, va_arg(arguments, double));
+        case 's':
+            return putText(output, conversion, va_arg(arguments, const char*));
         case 'c': {
             const char character = static_cast<char>(va_arg(arguments, int));
             return putPadded(output, conversion, "", {&character, 1}, false);
         }
-        default: return output.put({&conversion.letter, 1});
+        default:
+            return output.put({&conversion.letter, 1});
     }
 }
 

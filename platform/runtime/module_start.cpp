@@ -13,6 +13,8 @@ __attribute__((constructor)) void attach() {
     platformAttachModule(ownHandle(), &platformModuleStrings, &DllMain);
 }
 
-__attribute__((destructor)) void detach() { platformDetachModule(ownHandle()); }
+__attribute__((destructor)) void detach() {
+    platformDetachModule(ownHandle());
+}
 
 }  // namespace

@@ -9,17 +9,22 @@
 
 namespace {
 
-std::string_view asView(const unsigned char* text) { return reinterpret_cast<const char*>(text); }
+std::string_view asView(const unsigned char* text) {
+    return reinterpret_cast<const char*>(text);
+}
 
-unsigned char* result(const unsigned char* place) { return const_cast<unsigned char*>(place); }
+unsigned char* result(const unsigned char* place) {
+    return const_cast<unsigned char*>(place);
+}
 
 // The bytes of the character at the place, which may be the terminator; never beyond it.
 std::size_t lengthAt(const unsigned char* text) {
     constexpr std::size_t longest = 4;
     const auto* const bytes = reinterpret_cast<const char*>(text);
     const auto length = ::strnlen(bytes, longest);
-    return length == 0 ? 1
-                       : machine::firstCharacterLength(machine::current().codePage, {bytes, length});
+    return length == 0
+               ? 1
+               : machine::firstCharacterLength(machine::current().codePage, {bytes, length});
 }
 
 // Whether the character of that many bytes has the number that the runtime gives to it: its byte,
@@ -32,7 +37,9 @@ bool isCharacter(const unsigned char* text, std::size_t length, unsigned int cha
 
 }  // namespace
 
-unsigned char* _mbsinc(const unsigned char* text) { return result(text + lengthAt(text)); }
+unsigned char* _mbsinc(const unsigned char* text) {
+    return result(text + lengthAt(text));
+}
 
 unsigned char* _mbschr(const unsigned char* text, unsigned int character) {
     for (;; text += lengthAt(text)) {

@@ -27,4 +27,6 @@ constexpr auto types = makeTypes();
 
 }  // namespace
 
-UINT WINAPI PathGetCharTypeA(UCHAR character) { return types[character]; }
+UINT WINAPI PathGetCharTypeA(UCHAR character) {
+    return types[character];
+}

@@ -1,0 +1,11 @@
+// The end of a handle of any kind but a search.
+#include "handleapi.h"
+#include "machine/handles.h"
+#include "machine/host_errors.h"
+#include "machine/script.h"
+#include "winerror.h"
+
+BOOL WINAPI CloseHandle(HANDLE handle) {
+    if (const auto scripted = machine::call("CloseHandle", handle)) return scripted.or_(FALSE);
+    return machine::closeObject(handle) ? TRUE : machine::failWith(ERROR_INVALID_HANDLE, FALSE);
+}

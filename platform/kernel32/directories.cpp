@@ -1,0 +1,62 @@
+// Making and removing directories, and the current one.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "fileapi.h"
+#include "machine/ansi.h"
+#include "machine/attributes.h"
+#include "machine/host_errors.h"
+#include "machine/lookup.h"
+#include "machine/script.h"
+#include "winerror.h"
+
+namespace {
+
+using machine::failWith;
+
+DWORD removeDirectory(const machine::HostName& found) {
+    if (!found.exists()) return found.error;
+    if (!found.isDirectory()) return ERROR_DIRECTORY;
+    if (machine::isReadOnly(found.status)) return ERROR_ACCESS_DENIED;
+    return ::rmdir(found.path.c_str()) == 0 ? ERROR_SUCCESS : machine::codeOfHostError(errno);
+}
+
+}  // namespace
+
+BOOL WINAPI CreateDirectoryW(LPCWSTR name, LPSECURITY_ATTRIBUTES security) {
+    if (const auto scripted =
+            machine::call("CreateDirectoryW", name, static_cast<const void*>(security))) {
+        return scripted.or_(FALSE);
+    }
+    constexpr mode_t newDirectoryMode = 0777;
+    const auto path = machine::parsePath(name);
+    if (const DWORD code = path.fileError()) return failWith(code, FALSE);
+    if (path.isRoot()) return failWith(ERROR_ALREADY_EXISTS, FALSE);
+    const auto found = machine::findOnHost(path);
+    if (found.exists()) return failWith(ERROR_ALREADY_EXISTS, FALSE);
+    if (!found.canBeMade()) return failWith(found.error, FALSE);
+    if (::mkdir(found.path.c_str(), newDirectoryMode) == 0) return TRUE;
+    return failWith(machine::codeOfHostError(errno), FALSE);
+}
+
+BOOL WINAPI RemoveDirectoryW(LPCWSTR name) {
+    if (const auto scripted = machine::call("RemoveDirectoryW", name)) return scripted.or_(FALSE);
+    const auto path = machine::parsePath(name);
+    if (const DWORD code = path.fileError()) return failWith(code, FALSE);
+    const DWORD code = removeDirectory(machine::findOnHost(path));
+    return code == ERROR_SUCCESS ? TRUE : failWith(code, FALSE);
+}
+
+BOOL WINAPI SetCurrentDirectoryA(LPCSTR name) {
+    if (const auto scripted = machine::call("SetCurrentDirectoryA", name))
+        return scripted.or_(FALSE);
+    const auto path = machine::parsePath(machine::WideArgument(name));
+    if (const DWORD code = path.fileError()) return failWith(code, FALSE);
+    const auto found = machine::findOnHost(path);
+    if (!found.exists()) return failWith(found.error, FALSE);
+    if (!found.isDirectory()) return failWith(ERROR_DIRECTORY, FALSE);
+    return ::chdir(found.path.c_str()) == 0 ? TRUE
+                                            : failWith(machine::codeOfHostError(errno), FALSE);
+}

@@ -1,0 +1,60 @@
+// Attributes of files and directories by name.
+#include "fileapi.h"
+#include "machine/ansi.h"
+#include "machine/attributes.h"
+#include "machine/host_errors.h"
+#include "machine/lookup.h"
+#include "machine/script.h"
+#include "winerror.h"
+
+namespace {
+
+using machine::failWith;
+
+DWORD getAttributes(LPCWSTR name) {
+    const auto path = machine::parsePath(name);
+    if (path.kind == machine::Path::Kind::NullDevice) return FILE_ATTRIBUTE_ARCHIVE;
+    if (path.error != 0) return failWith(path.error, INVALID_FILE_ATTRIBUTES);
+    const auto found = machine::findOnHost(path);
+    if (!found.exists()) return failWith(found.error, INVALID_FILE_ATTRIBUTES);
+    return machine::attributesOf(found.path, found.status);
+}
+
+BOOL setAttributes(LPCWSTR name, DWORD attributes) {
+    const auto path = machine::parsePath(name);
+    if (const DWORD code = path.fileError()) return failWith(code, FALSE);
+    const auto found = machine::findOnHost(path);
+    if (!found.exists()) return failWith(found.error, FALSE);
+    const DWORD code = machine::setAttributes(found.path, found.status, attributes);
+    return code == ERROR_SUCCESS ? TRUE : failWith(code, FALSE);
+}
+
+}  // namespace
+
+DWORD WINAPI GetFileAttributesW(LPCWSTR name) {
+    if (const auto scripted = machine::call("GetFileAttributesW", name)) {
+        return scripted.or_(INVALID_FILE_ATTRIBUTES);
+    }
+    return getAttributes(name);
+}
+
+DWORD WINAPI GetFileAttributesA(LPCSTR name) {
+    if (const auto scripted = machine::call("GetFileAttributesA", name)) {
+        return scripted.or_(INVALID_FILE_ATTRIBUTES);
+    }
+    return getAttributes(machine::WideArgument(name));
+}
+
+BOOL WINAPI SetFileAttributesW(LPCWSTR name, DWORD attributes) {
+    if (const auto scripted = machine::call("SetFileAttributesW", name, attributes)) {
+        return scripted.or_(FALSE);
+    }
+    return setAttributes(name, attributes);
+}
+
+BOOL WINAPI SetFileAttributesA(LPCSTR name, DWORD attributes) {
+    if (const auto scripted = machine::call("SetFileAttributesA", name, attributes)) {
+        return scripted.or_(FALSE);
+    }
+    return setAttributes(machine::WideArgument(name), attributes);
+}

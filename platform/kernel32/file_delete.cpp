@@ -1,0 +1,40 @@
+// Removing files.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "file_moving.h"
+#include "fileapi.h"
+#include "machine/attributes.h"
+#include "machine/file_object.h"
+#include "machine/host_errors.h"
+#include "machine/script.h"
+#include "machine/sharing.h"
+#include "winerror.h"
+
+namespace {
+
+DWORD deleteFile(const machine::HostName& found) {
+    if (!found.exists()) return found.error;
+    if (found.isDirectory() || machine::isReadOnly(found.status)) return ERROR_ACCESS_DENIED;
+    if (!othersLetMove(found.path)) return ERROR_SHARING_VIOLATION;
+    return ::unlink(found.path.c_str()) == 0 ? ERROR_SUCCESS : machine::codeOfHostError(errno);
+}
+
+}  // namespace
+
+bool othersLetMove(const std::string& hostPath) {
+    const machine::Descriptor file(::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!file) return true;  // where nothing can be asked, the host decides
+    constexpr DWORD all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    return machine::couldShare(file.get(), machine::sharingOf(DELETE, all));
+}
+
+BOOL WINAPI DeleteFileW(LPCWSTR name) {
+    if (const auto scripted = machine::call("DeleteFileW", name)) return scripted.or_(FALSE);
+    const auto path = machine::parsePath(name);
+    if (const DWORD code = path.fileError()) return machine::failWith(code, FALSE);
+    const DWORD code = deleteFile(machine::findOnHost(path));
+    return code == ERROR_SUCCESS ? TRUE : machine::failWith(code, FALSE);
+}

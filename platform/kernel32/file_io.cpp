@@ -1,0 +1,123 @@
+// Reading, writing, positions and sizes of open files.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+
+#include "fileapi.h"
+#include "machine/file_object.h"
+#include "machine/host_errors.h"
+#include "machine/script.h"
+#include "winerror.h"
+
+namespace {
+
+using machine::failWith;
+using machine::FileObject;
+using machine::Pinned;
+
+// Moves up to `count` bytes by `step(done)`, which gives what one call of the host moved. The
+// result is 0 or the error's code; an error behind the first bytes shows at the next call.
+template <class Step>
+DWORD moveBytes(DWORD count, DWORD& moved, Step step) {
+    DWORD done = 0;
+    while (done < count) {
+        const ssize_t result = step(done);
+        if (result < 0 && errno == EINTR) continue;
+        if (result < 0 && done == 0) return machine::codeOfHostError(errno);
+        if (result <= 0) break;
+        done += static_cast<DWORD>(result);
+    }
+    moved = done;
+    return ERROR_SUCCESS;
+}
+
+BOOL finished(DWORD code) {
+    return code == ERROR_SUCCESS ? TRUE : failWith(code, FALSE);
+}
+
+}  // namespace
+
+BOOL WINAPI ReadFile(HANDLE handle, LPVOID target, DWORD count, LPDWORD moved,
+                     LPOVERLAPPED overlapped) {
+    if (const auto scripted =
+            machine::call("ReadFile", handle, static_cast<const void*>(target), count,
+                          static_cast<const void*>(moved), static_cast<const void*>(overlapped))) {
+        return scripted.or_(FALSE);
+    }
+    *moved = 0;
+    const Pinned<FileObject> file(handle);
+    if (!file) return failWith(ERROR_INVALID_HANDLE, FALSE);
+    if (!file->canRead) return failWith(ERROR_ACCESS_DENIED, FALSE);
+    return finished(moveBytes(count, *moved, [&](DWORD done) {
+        return ::read(file->descriptor.get(), static_cast<char*>(target) + done, count - done);
+    }));
+}
+
+BOOL WINAPI WriteFile(HANDLE handle, LPCVOID source, DWORD count, LPDWORD moved,
+                      LPOVERLAPPED overlapped) {
+    if (const auto scripted =
+            machine::call("WriteFile", handle, source, count, static_cast<const void*>(moved),
+                          static_cast<const void*>(overlapped))) {
+        return scripted.or_(FALSE);
+    }
+    *moved = 0;
+    const Pinned<FileObject> file(handle);
+    if (!file) return failWith(ERROR_INVALID_HANDLE, FALSE);
+    if (!file->canWrite) return failWith(ERROR_ACCESS_DENIED, FALSE);
+    return finished(moveBytes(count, *moved, [&](DWORD done) {
+        return ::write(file->descriptor.get(), static_cast<const char*>(source) + done,
+                       count - done);
+    }));
+}
+
+DWORD WINAPI SetFilePointer(HANDLE handle, LONG distance, PLONG distanceHigh, DWORD origin) {
+    if (const auto scripted = machine::call("SetFilePointer", handle, distance,
+                                            static_cast<const void*>(distanceHigh), origin)) {
+        return scripted.or_(INVALID_SET_FILE_POINTER);
+    }
+    const Pinned<FileObject> file(handle);
+    if (!file) return failWith(ERROR_INVALID_HANDLE, INVALID_SET_FILE_POINTER);
+    constexpr int origins[] = {SEEK_SET, SEEK_CUR, SEEK_END};
+    if (origin > FILE_END) return failWith(ERROR_INVALID_PARAMETER, INVALID_SET_FILE_POINTER);
+    const std::int64_t whole = distanceHigh == nullptr ? distance
+                                                       : (std::int64_t{*distanceHigh} << 32) |
+                                                             static_cast<std::uint32_t>(distance);
+    const auto position = ::lseek(file->descriptor.get(), whole, origins[origin]);
+    if (position < 0) {
+        const DWORD code = errno == EINVAL ? ERROR_NEGATIVE_SEEK : machine::codeOfHostError(errno);
+        return failWith(code, INVALID_SET_FILE_POINTER);
+    }
+    if (distanceHigh != nullptr) *distanceHigh = static_cast<LONG>(position >> 32);
+    const auto low = static_cast<DWORD>(position);
+    if (low == INVALID_SET_FILE_POINTER) SetLastError(NO_ERROR);
+    return low;
+}
+
+BOOL WINAPI SetEndOfFile(HANDLE handle) {
+    if (const auto scripted = machine::call("SetEndOfFile", handle)) return scripted.or_(FALSE);
+    const Pinned<FileObject> file(handle);
+    if (!file) return failWith(ERROR_INVALID_HANDLE, FALSE);
+    if (!file->canWrite) return failWith(ERROR_ACCESS_DENIED, FALSE);
+    const auto position = ::lseek(file->descriptor.get(), 0, SEEK_CUR);
+    if (position >= 0 && ::ftruncate(file->descriptor.get(), position) == 0) return TRUE;
+    return failWith(machine::codeOfHostError(errno), FALSE);
+}
+
+DWORD WINAPI GetFileSize(HANDLE handle, LPDWORD sizeHigh) {
+    if (const auto scripted =
+            machine::call("GetFileSize", handle, static_cast<const void*>(sizeHigh))) {
+        return scripted.or_(INVALID_FILE_SIZE);
+    }
+    const Pinned<FileObject> file(handle);
+    struct stat status {};
+    if (!file) return failWith(ERROR_INVALID_HANDLE, INVALID_FILE_SIZE);
+    if (::fstat(file->descriptor.get(), &status) != 0) {
+        return failWith(machine::codeOfHostError(errno), INVALID_FILE_SIZE);
+    }
+    if (sizeHigh != nullptr) *sizeHigh = static_cast<DWORD>(status.st_size >> 32);
+    const auto low = static_cast<DWORD>(status.st_size);
+    if (low == INVALID_FILE_SIZE) SetLastError(NO_ERROR);
+    return low;
+}

@@ -1,0 +1,187 @@
+// Opening and creating files.
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <memory>
+
+#include "fileapi.h"
+#include "machine/ansi.h"
+#include "machine/attributes.h"
+#include "machine/file_object.h"
+#include "machine/host_errors.h"
+#include "machine/lookup.h"
+#include "machine/script.h"
+#include "machine/sharing.h"
+#include "winerror.h"
+
+namespace {
+
+using machine::Descriptor;
+using machine::failWith;
+using machine::HostName;
+
+// What a call of CreateFileW asks for.
+struct Request {
+    DWORD disposition, flags;
+    machine::Sharing sharing;
+
+    bool wantsWrite() const { return sharing.uses.write; }
+    bool replaces() const {
+        return disposition == CREATE_ALWAYS || disposition == TRUNCATE_EXISTING;
+    }
+    bool creates() const {
+        return disposition == CREATE_NEW || disposition == CREATE_ALWAYS ||
+               disposition == OPEN_ALWAYS;
+    }
+    bool wantsDirectory() const { return (flags & FILE_FLAG_BACKUP_SEMANTICS) != 0; }
+};
+
+HANDLE refuse(DWORD code) {
+    return failWith(code, INVALID_HANDLE_VALUE);
+}
+
+// A write-only handle gets a descriptor that can read as well, since its share of the file is told
+// by read locks; the handle itself knows what it may do.
+Descriptor openDescriptor(const std::string& path, bool write, int flags) {
+    constexpr mode_t newFileMode = 0666;
+    const int common = O_CLOEXEC | flags;
+    Descriptor file(::open(path.c_str(), common | (write ? O_RDWR : O_RDONLY), newFileMode));
+    if (!file && write && errno == EACCES) {
+        file = Descriptor(::open(path.c_str(), common | O_WRONLY, newFileMode));
+    }
+    return file;
+}
+
+HANDLE makeHandle(Descriptor file, const Request& request, const std::string& path) {
+    auto object = std::make_unique<machine::FileObject>(std::move(file), request.sharing.uses.read,
+                                                        request.wantsWrite());
+    if ((request.flags & FILE_FLAG_DELETE_ON_CLOSE) != 0) object->removedOnClose = path;
+    const HANDLE handle = machine::insertObject(std::move(object));
+    return handle != nullptr ? handle : refuse(ERROR_TOO_MANY_OPEN_FILES);
+}
+
+// Why an existing file cannot be had in the way that is asked for; 0: it can.
+DWORD objection(const Request& request, const std::string& path, const struct stat& status) {
+    if (S_ISDIR(status.st_mode)) {
+        if (request.disposition == CREATE_NEW) return ERROR_FILE_EXISTS;
+        const bool suits = request.wantsDirectory() && !request.replaces();
+        return suits ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
+    }
+    if (request.disposition == CREATE_NEW) return ERROR_FILE_EXISTS;
+    const bool changes = request.wantsWrite() || request.replaces();
+    if (changes && machine::isReadOnly(status)) return ERROR_ACCESS_DENIED;
+    if (request.disposition == CREATE_ALWAYS) {
+        constexpr DWORD kept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+        const DWORD present = machine::attributesOf(path, status) & kept;
+        if ((present & ~request.flags) != 0) return ERROR_ACCESS_DENIED;
+    }
+    return ERROR_SUCCESS;
+}
+
+// The steps behind the host's open, in the order in which a failure leaves the least behind.
+HANDLE finishExisting(Descriptor file, const Request& request, const std::string& path) {
+    struct stat status {};
+    if (::fstat(file.get(), &status) != 0) return refuse(machine::codeOfHostError(errno));
+    if (const DWORD code = objection(request, path, status)) return refuse(code);
+    if (!machine::share(file.get(), request.sharing)) return refuse(ERROR_SHARING_VIOLATION);
+    if (request.replaces() && ::ftruncate(file.get(), 0) != 0) {
+        return refuse(machine::codeOfHostError(errno));
+    }
+    if (request.disposition == CREATE_ALWAYS) {
+        const DWORD wanted = request.flags & machine::settableAttributes;
+        if (wanted != 0) machine::setAttributes(path, status, wanted | FILE_ATTRIBUTE_ARCHIVE);
+    }
+    const HANDLE handle = makeHandle(std::move(file), request, path);
+    if (handle == INVALID_HANDLE_VALUE) return handle;
+    SetLastError(request.creates() ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
+    return handle;
+}
+
+HANDLE openExisting(const Request& request, const HostName& name) {
+    // Attributes are looked at before the open too: a read-only file refuses writers even where the
+    // host would let them in, and a directory cannot be opened for writing.
+    if (const DWORD code = objection(request, name.path, name.status)) return refuse(code);
+    const bool write = !name.isDirectory() && (request.wantsWrite() || request.replaces());
+    auto file = openDescriptor(name.path, write, 0);
+    if (!file) return refuse(machine::codeOfHostError(errno));
+    return finishExisting(std::move(file), request, name.path);
+}
+
+HANDLE createFile(const Request& request, const HostName& name) {
+    auto file = openDescriptor(name.path, true, O_CREAT | O_EXCL);
+    if (!file && errno == EEXIST) {
+        // Another process was faster: what it made is now an existing file.
+        HostName made{name.path};
+        if (::stat(name.path.c_str(), &made.status) == 0) return openExisting(request, made);
+        errno = EEXIST;
+    }
+    if (!file) return refuse(machine::codeOfHostError(errno));
+    machine::share(file.get(), request.sharing);
+    const DWORD wanted = request.flags & machine::settableAttributes & ~FILE_ATTRIBUTE_ARCHIVE;
+    struct stat status {};
+    if (wanted != 0 && ::fstat(file.get(), &status) == 0) {
+        machine::setAttributes(name.path, status, wanted | FILE_ATTRIBUTE_ARCHIVE);
+    }
+    const HANDLE handle = makeHandle(std::move(file), request, name.path);
+    if (handle != INVALID_HANDLE_VALUE) SetLastError(ERROR_SUCCESS);
+    return handle;
+}
+
+HANDLE openNullDevice(const Request& request) {
+    return makeHandle(openDescriptor("/dev/null", true, 0), request, {});
+}
+
+// The usual case: a file that exists under exactly this name is opened without a look before it.
+HANDLE openAsItStands(const Request& request, const machine::Path& path) {
+    if (request.disposition != OPEN_EXISTING || path.trailingSeparator) return nullptr;
+    const auto name = machine::literalHostPath(path);
+    auto file = openDescriptor(name, request.wantsWrite(), O_NONBLOCK);
+    return file ? finishExisting(std::move(file), request, name) : nullptr;
+}
+
+HANDLE openPath(const Request& request, const machine::Path& path) {
+    if (path.kind == machine::Path::Kind::Invalid) return refuse(path.error);
+    if (path.kind == machine::Path::Kind::NullDevice) return openNullDevice(request);
+    if (const HANDLE handle = openAsItStands(request, path)) return handle;
+    const auto name = machine::findOnHost(path);
+    if (name.exists()) {
+        const bool asFolder = path.trailingSeparator && !name.isDirectory();
+        return asFolder ? refuse(ERROR_INVALID_NAME) : openExisting(request, name);
+    }
+    if (!request.creates() || !name.canBeMade()) return refuse(name.error);
+    return path.trailingSeparator ? refuse(ERROR_INVALID_NAME) : createFile(request, name);
+}
+
+bool isSound(const Request& request) {
+    if (request.disposition < CREATE_NEW || request.disposition > TRUNCATE_EXISTING) return false;
+    return request.disposition != TRUNCATE_EXISTING || request.wantsWrite();
+}
+
+HANDLE open(LPCWSTR name, DWORD access, DWORD share, DWORD disposition, DWORD flags) {
+    const Request request{disposition, flags, machine::sharingOf(access, share)};
+    const auto path = machine::parsePath(name);
+    return isSound(request) ? openPath(request, path) : refuse(ERROR_INVALID_PARAMETER);
+}
+
+}  // namespace
+
+HANDLE WINAPI CreateFileW(LPCWSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
+                          DWORD disposition, DWORD flags, HANDLE templateFile) {
+    if (const auto scripted =
+            machine::call("CreateFileW", name, access, share, static_cast<const void*>(security),
+                          disposition, flags, templateFile)) {
+        return scripted.or_(INVALID_HANDLE_VALUE);
+    }
+    return open(name, access, share, disposition, flags);
+}
+
+HANDLE WINAPI CreateFileA(LPCSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
+                          DWORD disposition, DWORD flags, HANDLE templateFile) {
+    if (const auto scripted =
+            machine::call("CreateFileA", name, access, share, static_cast<const void*>(security),
+                          disposition, flags, templateFile)) {
+        return scripted.or_(INVALID_HANDLE_VALUE);
+    }
+    return open(machine::WideArgument(name), access, share, disposition, flags);
+}

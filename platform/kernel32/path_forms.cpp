@@ -1,0 +1,99 @@
+// Full and short forms of paths, and the current directory.
+#include <algorithm>
+#include <string>
+
+#include "fileapi.h"
+#include "machine/ansi.h"
+#include "machine/host_errors.h"
+#include "machine/lookup.h"
+#include "machine/script.h"
+#include "machine/short_names.h"
+#include "winerror.h"
+
+namespace {
+
+using machine::failWith;
+
+// The length without the terminator when the text fits, else the room that it needs with it.
+template <class Text, class Character>
+DWORD deliver(const Text& text, Character* buffer, DWORD size) {
+    const auto length = static_cast<DWORD>(text.size());
+    if (length >= size) return length + 1;
+    std::copy(text.begin(), text.end(), buffer);
+    buffer[length] = 0;
+    return length;
+}
+
+template <class Character>
+void findLastPart(Character* buffer, DWORD length, Character** lastPart) {
+    if (lastPart == nullptr) return;
+    Character* const end = buffer + length;
+    Character* part = end;
+    while (part > buffer && part[-1] != '\\') --part;
+    *lastPart = part == end ? nullptr : part;
+}
+
+std::u16string fullText(const machine::Path& path) {
+    auto text = path.text();
+    if (path.trailingSeparator) text += u'\\';
+    return text;
+}
+
+// The short form of each component as it stands on the host.
+std::u16string shortText(const machine::Path& path) {
+    auto result = machine::Path(path);
+    auto prefix = path;
+    prefix.components.clear();
+    for (auto& component : result.components) {
+        prefix.components.push_back(component);
+        const auto found = machine::findOnHost(prefix);
+        const auto name = machine::fromUtf8(found.path.substr(found.path.rfind('/') + 1));
+        component = machine::isShortForm(component) ? component : machine::shortNameOf(name);
+    }
+    return fullText(result);
+}
+
+}  // namespace
+
+DWORD WINAPI GetFullPathNameW(LPCWSTR name, DWORD size, LPWSTR buffer, LPWSTR* lastPart) {
+    if (const auto scripted = machine::call("GetFullPathNameW", name, size)) {
+        return scripted.or_(DWORD{0});
+    }
+    const auto path = machine::parsePath(name, machine::Wildcards::InLastComponent);
+    if (const DWORD code = path.fileError()) return failWith(code, DWORD{0});
+    const DWORD length = deliver(fullText(path), buffer, size);
+    if (length < size) findLastPart(buffer, length, lastPart);
+    return length;
+}
+
+DWORD WINAPI GetFullPathNameA(LPCSTR name, DWORD size, LPSTR buffer, LPSTR* lastPart) {
+    if (const auto scripted = machine::call("GetFullPathNameA", name, size)) {
+        return scripted.or_(DWORD{0});
+    }
+    const auto path =
+        machine::parsePath(machine::WideArgument(name), machine::Wildcards::InLastComponent);
+    if (const DWORD code = path.fileError()) return failWith(code, DWORD{0});
+    const DWORD length = deliver(machine::toAnsi(fullText(path)), buffer, size);
+    if (length < size) findLastPart(buffer, length, lastPart);
+    return length;
+}
+
+DWORD WINAPI GetShortPathNameA(LPCSTR name, LPSTR buffer, DWORD size) {
+    if (const auto scripted = machine::call("GetShortPathNameA", name, size)) {
+        return scripted.or_(DWORD{0});
+    }
+    const auto path = machine::parsePath(machine::WideArgument(name));
+    if (const DWORD code = path.fileError()) return failWith(code, DWORD{0});
+    const auto found = machine::findOnHost(path);
+    if (!found.exists()) return failWith(found.error, DWORD{0});
+    return deliver(machine::toAnsi(shortText(path)), buffer, size);
+}
+
+DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR buffer) {
+    if (const auto scripted = machine::call("GetCurrentDirectoryA", size)) {
+        return scripted.or_(DWORD{0});
+    }
+    const auto path = machine::currentDirectory();
+    if (const DWORD code = path.fileError()) return failWith(code, DWORD{0});
+    return deliver(machine::toAnsi(path.text()), buffer, size);
+}

@@ -1,0 +1,82 @@
+// Drives: their kind and what their volume tells.
+#include <algorithm>
+
+#include "fileapi.h"
+#include "machine/ansi.h"
+#include "machine/host_errors.h"
+#include "machine/paths.h"
+#include "machine/script.h"
+#include "winerror.h"
+
+namespace {
+
+using machine::failWith;
+
+constexpr DWORD longestComponentLength = 255;
+
+bool endsInBackslash(LPCWSTR text) {
+    const auto wide = machine::fromWide(text);
+    return !wide.empty() && (wide.back() == u'\\' || wide.back() == u'/');
+}
+
+machine::Path rootOrCurrent(LPCWSTR root) {
+    auto path = root != nullptr ? machine::parsePath(root) : machine::currentDirectory();
+    if (root == nullptr) path.components.clear();
+    return path;
+}
+
+bool storeText(const std::string& text, LPWSTR buffer, DWORD size) {
+    if (buffer == nullptr) return true;
+    const auto wide = machine::fromUtf8(text);
+    if (wide.size() >= size) return false;
+    std::copy(wide.begin(), wide.end(), buffer);
+    buffer[wide.size()] = 0;
+    return true;
+}
+
+void storeNumber(LPDWORD target, DWORD value) {
+    if (target != nullptr) *target = value;
+}
+
+}  // namespace
+
+// A root may come without its backslash here. What names no drive has no root directory.
+UINT WINAPI GetDriveTypeA(LPCSTR root) {
+    if (const auto scripted = machine::query("GetDriveTypeA", root)) {
+        return scripted.or_(DRIVE_NO_ROOT_DIR);
+    }
+    std::string text = root == nullptr ? "" : root;
+    if (root != nullptr && text.empty()) return DRIVE_NO_ROOT_DIR;
+    if (text.size() == 2 && text[1] == ':') text += '\\';
+    const machine::WideArgument wide(root == nullptr ? nullptr : text.c_str());
+    const auto path = rootOrCurrent(wide);
+    // A drive without a medium is a drive all the same.
+    if (path.error == ERROR_NOT_READY && text.size() == 3) {
+        return static_cast<UINT>(machine::current().drive(text[0])->kind);
+    }
+    if (path.error != 0 || !path.isRoot()) return DRIVE_NO_ROOT_DIR;
+    return path.drive != nullptr ? static_cast<UINT>(path.drive->kind) : DRIVE_REMOTE;
+}
+
+BOOL WINAPI GetVolumeInformationW(LPCWSTR root, LPWSTR label, DWORD labelSize, LPDWORD serial,
+                                  LPDWORD longestComponent, LPDWORD flags, LPWSTR fileSystem,
+                                  DWORD systemSize) {
+    if (const auto scripted = machine::call("GetVolumeInformationW", root,
+                                            static_cast<const void*>(label), labelSize)) {
+        return scripted.or_(FALSE);
+    }
+    const auto path = rootOrCurrent(root);
+    if (path.error != 0) return failWith(path.error, FALSE);
+    if (root != nullptr && !endsInBackslash(root)) return failWith(ERROR_INVALID_NAME, FALSE);
+    if (!path.isRoot()) return failWith(ERROR_DIR_NOT_ROOT, FALSE);
+    const machine::Drive share{.letter = 0, .folder = {}, .label = "Share"};
+    const auto& drive = path.drive != nullptr ? *path.drive : share;
+    if (!storeText(drive.label, label, labelSize) ||
+        !storeText(drive.fileSystem, fileSystem, systemSize)) {
+        return failWith(ERROR_MORE_DATA, FALSE);
+    }
+    storeNumber(serial, drive.serial);
+    storeNumber(longestComponent, longestComponentLength);
+    storeNumber(flags, drive.fileSystemFlags);
+    return TRUE;
+}
