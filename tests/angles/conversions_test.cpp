@@ -1,0 +1,222 @@
+// Conversions between decimal angles, parts and packed numbers, exact to the last bit.
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+#include <limits>
+
+#include "angles/exact.h"
+#include "jw32/angles.h"
+
+namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kTwoPi = 6.283185307179586;
+
+struct Parts {
+    int sign;
+    int whole;
+    int minutes;
+    Exact seconds;
+
+    bool operator==(const Parts&) const = default;
+    friend std::ostream& operator<<(std::ostream& out, const Parts& parts) {
+        return out << parts.sign << " * " << parts.whole << ", " << parts.minutes << ", "
+                   << parts.seconds;
+    }
+};
+
+using Splitter = void (*)(double, int&, int&, int&, double&, int, int);
+using Packer = double (*)(int, int, int, double, int, int);
+using RadianPacker = double (*)(double, int, int);
+
+Parts split(Splitter operation, double value, int decimals, int wrap) {
+    Parts parts{7, 7, 7, {7.0}};
+    operation(value, parts.sign, parts.whole, parts.minutes, parts.seconds.value, decimals, wrap);
+    return parts;
+}
+
+struct SplitCase {
+    Splitter operation;
+    const char* name;
+    double value;
+    int decimals;
+    int wrap;
+    Parts expected;
+};
+
+class Splitting : public testing::TestWithParam<SplitCase> {};
+
+TEST_P(Splitting, GivesTheParts) {
+    const SplitCase& c = GetParam();
+    EXPECT_EQ(split(c.operation, c.value, c.decimals, c.wrap), c.expected)
+        << c.name << " of " << Exact{c.value} << ", " << c.decimals << " decimals, wrap " << c.wrap;
+}
+
+#define SPLITTER(name) static_cast<Splitter>(name), #name
+
+INSTANTIATE_TEST_SUITE_P(
+    Degrees, Splitting,
+    testing::Values(
+        SplitCase{SPLITTER(Jw32Deg2DMS), -12.5, 2, 0, {-1, 12, 30, {0.0}}},
+        SplitCase{SPLITTER(Jw32Deg2DMS), -0.0, 2, 0, {1, 0, 0, {0.0}}},
+        SplitCase{SPLITTER(Jw32Deg2DMS), 360.0, 2, 1, {1, 0, 0, {0.0}}},
+        SplitCase{SPLITTER(Jw32Deg2DMS), 360.0, 2, 0, {1, 360, 0, {0.0}}},
+        SplitCase{SPLITTER(Jw32Deg2DMS), 720.5, 2, 1, {1, 0, 30, {0.0}}},
+        SplitCase{SPLITTER(Jw32Deg2DMS), -720.5, 2, 5, {-1, 0, 30, {0.0}}},
+        SplitCase{SPLITTER(Jw32Deg2DMS), 359.99999999, 2, 1, {1, 0, 0, {0.0}}},
+        SplitCase{SPLITTER(Jw32Deg2DMS), 359.99999999, 2, 0, {1, 360, 0, {0.0}}},
+        SplitCase{SPLITTER(Jw32Deg2DMS), 359.99999999, -1, 1, {1, 359, 59, {59.99996399997144}}},
+        SplitCase{SPLITTER(Jw32Deg2DMS), 29.999999, 2, 0, {1, 30, 0, {0.0}}},
+        SplitCase{SPLITTER(Jw32Deg2DMS), 29.9999985, 2, 0, {1, 29, 59, {59.994600000000844}}},
+        SplitCase{
+            SPLITTER(Jw32Deg2DMS), 10.491666666666667, 0, 0, {1, 10, 29, {30.000000000001705}}},
+        SplitCase{SPLITTER(Jw32Deg2DMS), 10.4999, 0, 0, {1, 10, 30, {0.0}}},
+        SplitCase{SPLITTER(Jw32Deg2DMS), 1e300, 2, 0, {1, INT_MAX, 0, {0.0}}},
+        SplitCase{SPLITTER(Jw32Deg2DMS), 2147483647.0, -1, 1, {1, INT_MAX % 360, 0, {0.0}}},
+        SplitCase{SPLITTER(Jw32Rad2DMS), kTwoPi, 2, 1, {1, 0, 0, {0.0}}},
+        SplitCase{SPLITTER(Jw32Rad2DMS), -1.0, -1, 0, {-1, 57, 17, {44.80624709636231}}}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Gons, Splitting,
+    testing::Values(SplitCase{SPLITTER(Jw32Grad2GCCC), 400.0, 2, 1, {1, 0, 0, {0.0}}},
+                    SplitCase{SPLITTER(Jw32Grad2GCCC), -12.5, 2, 0, {-1, 12, 50, {0.0}}},
+                    SplitCase{SPLITTER(Jw32Grad2GCCC), 399.99999999, 2, 0, {1, 400, 0, {0.0}}},
+                    SplitCase{SPLITTER(Jw32Grad2GCCC), 399.99999999, 2, 1, {1, 0, 0, {0.0}}},
+                    SplitCase{SPLITTER(Jw32Grad2GCCC), 12.75, 2, 0, {1, 12, 75, {0.0}}},
+                    SplitCase{SPLITTER(Jw32Grad2GCCC), 12.5099999, 0, 0, {1, 12, 51, {0.0}}},
+                    SplitCase{SPLITTER(Jw32Rad2GCCC), kTwoPi, 2, 1, {1, 0, 0, {0.0}}},
+                    SplitCase{
+                        SPLITTER(Jw32Rad2GCCC), -1.0, -1, 0, {-1, 63, 66, {19.772367581333583}}}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Packed, Splitting,
+    testing::Values(
+        SplitCase{SPLITTER(Jw32DMS2DMS), 12.34, -1, 0, {1, 12, 34, {0.0}}},
+        SplitCase{SPLITTER(Jw32DMS2DMS), 12.3456, -1, 0, {1, 12, 34, {55.99999999999383}}},
+        SplitCase{SPLITTER(Jw32DMS2DMS), -12.3475, 2, 0, {-1, 12, 35, {0.0}}},
+        SplitCase{SPLITTER(Jw32DMS2DMS), 12.3475, -1, 0, {1, 12, 34, {75.00000000000284}}},
+        SplitCase{SPLITTER(Jw32DMS2DMS), 12.7530, 2, 0, {1, 12, 75, {30.000000000001137}}},
+        SplitCase{SPLITTER(Jw32DMS2DMS), 12.7575, 2, 0, {1, 13, 0, {0.0}}},
+        SplitCase{SPLITTER(Jw32DMS2DMS), 10.5960, -1, 0, {1, 10, 59, {60.000000000002274}}},
+        SplitCase{SPLITTER(Jw32DMS2DMS), 10.5960, 2, 0, {1, 11, 0, {0.0}}},
+        SplitCase{SPLITTER(Jw32DMS2DMS), 12.999999996, -1, 0, {1, 13, 0, {0.0}}},
+        SplitCase{SPLITTER(Jw32DMS2DMS), 359.5960, 2, 1, {1, 0, 0, {0.0}}},
+        SplitCase{SPLITTER(Jw32DMS2DMS), 1e300, 2, 1, {1, INT_MAX % 360, 0, {0.0}}},
+        SplitCase{SPLITTER(Jw32GCCC2GCCC), 12.999999996, -1, 0, {1, 12, 100, {0.0}}},
+        SplitCase{SPLITTER(Jw32GCCC2GCCC), 12.3475, 2, 0, {1, 12, 34, {75.00000000000284}}},
+        SplitCase{SPLITTER(Jw32GCCC2GCCC), -399.9999999, 2, 0, {-1, 400, 0, {0.0}}},
+        SplitCase{SPLITTER(Jw32GCCC2GCCC), -399.9999999, 2, 1, {-1, 0, 0, {0.0}}}));
+
+TEST(Splitting, KeepsEveryPartDefinedForWhatIsNoNumber) {
+    for (const Splitter operation :
+         {static_cast<Splitter>(Jw32Deg2DMS), static_cast<Splitter>(Jw32DMS2DMS)}) {
+        const Parts parts = split(operation, std::nan(""), 2, 1);
+        EXPECT_EQ(parts.whole, 0);
+        EXPECT_EQ(parts.minutes, 0);
+        EXPECT_EQ(split(operation, -kInfinity, 2, 0).whole, INT_MAX);
+    }
+}
+
+TEST(PartsToDecimal, FollowTheSignAndDropNegativeSeconds) {
+    EXPECT_EQ(Exact{Jw32DMS2Deg(1, -12, 30, 0.0)}, Exact{12.5});
+    EXPECT_EQ(Exact{Jw32DMS2Deg(-1, 12, 30, 0.0)}, Exact{-12.5});
+    EXPECT_EQ(Exact{Jw32DMS2Deg(0, 12, 30, 36.0)}, Exact{12.51});
+    EXPECT_EQ(Exact{Jw32DMS2Deg(1, 12, -30, -5.0)}, Exact{11.5});
+    EXPECT_EQ(Exact{Jw32DMS2Deg(1, INT_MIN, 0, 0.0)}, Exact{2147483648.0});
+    EXPECT_EQ(Exact{Jw32GCCC2Grad(-3, -12, 50, 25.0)}, Exact{-12.5025});
+    EXPECT_EQ(Exact{Jw32GCCC2Grad(1, 12, 50, -25.0)}, Exact{12.5});
+}
+
+TEST(PartsToDecimal, ReachRadiansThroughTheSignedSum) {
+    EXPECT_EQ(Exact{Jw32DMS2Rad(-1, 180, 0, 0.0)}, Exact{-3.141592653589793});
+    EXPECT_EQ(Exact{Jw32DMS2Rad(180.0)}, Exact{3.141592653589793});
+    EXPECT_EQ(Exact{Jw32DMS2Rad(-12.3)}, Exact{-12.5 * 0.017453292519943295});
+    EXPECT_EQ(Exact{Jw32GCCC2Rad(200.0)}, Exact{3.1415926535897936});
+    EXPECT_EQ(Exact{Jw32GCCC2Rad(-1, 200, 0, 0.0)}, Exact{-3.1415926535897936});
+    EXPECT_EQ(Exact{Jw32GCCC2Rad(-12.3456)}, Exact{-12.3456 * 0.015707963267948967});
+}
+
+struct PackCase {
+    Packer operation;
+    const char* name;
+    int sign;
+    int whole;
+    int minutes;
+    double seconds;
+    int decimals;
+    int wrap;
+    Exact expected;
+};
+
+class Packing : public testing::TestWithParam<PackCase> {};
+
+TEST_P(Packing, GivesTheNumber) {
+    const PackCase& c = GetParam();
+    const double packed = c.operation(c.sign, c.whole, c.minutes, c.seconds, c.decimals, c.wrap);
+    EXPECT_EQ(Exact{packed}, c.expected)
+        << c.name << " of " << Parts{c.sign, c.whole, c.minutes, {c.seconds}} << ", " << c.decimals
+        << " decimals, wrap " << c.wrap;
+}
+
+#define PACKER(name) static_cast<Packer>(name), #name
+
+INSTANTIATE_TEST_SUITE_P(
+    Dms, Packing,
+    testing::Values(PackCase{PACKER(Jw32DMS2DMS), -1, 360, 0, 0.0, 4, 1, {-0.0}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 359, 59, 59.9, 4, 1, {0.0}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 359, 59, 59.9, 4, 0, {360.0}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 360, 0, 0.0, 5, 1, {5.684341886080802e-14}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, INT_MAX, 0, 0.0, -1, 1, {INT_MAX % 360}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 59, 59.6, 4, 0, {11.0}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 59, 59.4, 4, 0, {10.5959}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 59, 55.0, 3, 0, {11.0}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 59, 54.99999999999999, 3, 0, {11.0}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 59, 54.9, 3, 0, {10.595}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 30, 50.0, 2, 0, {10.31}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 30, 49.0, 2, 0, {10.3}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 59, 0.0, 1, 0, {11.0}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 56, 0.0, 1, 0, {10.600000000000001}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 54, 59.0, 1, 0, {10.5}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 50, 0.0, 0, 0, {11.0}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 49, 59.0, 0, 0, {10.0}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 12, 34, 56.0, 4, 0, {12.345600000000001}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 12, 34, 56.7, 4, 0, {12.3457}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 12, 34, 56.7, 5, 0, {12.34567}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 30, 61.5, 4, 0, {10.3102}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 59, 120.0, -1, 0, {11.01}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 75, 10.0, 4, 0, {11.151}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 59, 59.9999, -1, 0, {10.59599999}},
+                    PackCase{PACKER(Jw32DMS2DMS), -1, -10, 75, -1.0, -1, 0, {-11.15}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, INT_MIN, INT_MIN, 0.0, -1, 0, {2126008811.52}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, INT_MAX, 59, 59.9, 4, 0, {2147483648.0}}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Gccc, Packing,
+    testing::Values(
+        PackCase{PACKER(Jw32GCCC2GCCC), 1, 399, 99, 99.9, 4, 1, {0.0}},
+        PackCase{PACKER(Jw32GCCC2GCCC), 1, 399, 99, 99.9, 4, 0, {400.0}},
+        PackCase{PACKER(Jw32GCCC2GCCC), -1, 399, 99, 99.9999999995, -1, 1, {5.684341886080802e-14}},
+        PackCase{PACKER(Jw32GCCC2GCCC), 1, 399, 99, 99.999999999, -1, 1, {399.9999999999999}},
+        PackCase{PACKER(Jw32GCCC2GCCC), 1, 10, 150, 0.0, -1, 0, {11.5}},
+        PackCase{PACKER(Jw32GCCC2GCCC), 1, -10, 59, 55.0, 3, 0, {10.596}},
+        PackCase{PACKER(Jw32GCCC2GCCC), 1, 10, 50, -1.0, 4, 0, {10.5}},
+        PackCase{PACKER(Jw32GCCC2GCCC), 1, 0, 0, 1e304, -1, 1, {144.0}}));
+
+TEST(RadiansToPacked, UseTheDecimalsTwice) {
+    const auto dms = static_cast<RadianPacker>(Jw32Rad2DMS);
+    const auto gccc = static_cast<RadianPacker>(Jw32Rad2GCCC);
+    EXPECT_EQ(Exact{dms(1.0, 4, 0)}, Exact{57.1745});
+    EXPECT_EQ(Exact{dms(-1.0, 4, 0)}, Exact{-57.1745});
+    EXPECT_EQ(Exact{dms(kTwoPi, 4, 1)}, Exact{0.0});
+    EXPECT_EQ(Exact{dms(kTwoPi, 4, 0)}, Exact{360.0});
+    EXPECT_EQ(Exact{gccc(1.0, 4, 0)}, Exact{63.662000000000006});
+    EXPECT_EQ(Exact{gccc(kTwoPi, 4, 1)}, Exact{0.0});
+    EXPECT_EQ(Exact{gccc(kTwoPi, 4, 0)}, Exact{400.0});
+    // 20 seconds and a half: the first count, 0 decimals of the seconds, carries nothing.
+    EXPECT_EQ(Exact{dms(Jw32DMS2Rad(1, 10, 49, 20.5), 0, 0)}, Exact{10.0});
+    // 59.7 seconds: the first count makes it 50 minutes, and the second then a degree.
+    EXPECT_EQ(Exact{dms(Jw32DMS2Rad(1, 10, 49, 59.7), 0, 0)}, Exact{11.0});
+}
+
+}  // namespace
