@@ -69,13 +69,15 @@ INSTANTIATE_TEST_SUITE_P(
         SplitCase{SPLITTER(Jw32Deg2DMS), 359.99999999, -1, 1, {1, 359, 59, {59.99996399997144}}},
         SplitCase{SPLITTER(Jw32Deg2DMS), 29.999999, 2, 0, {1, 30, 0, {0.0}}},
         SplitCase{SPLITTER(Jw32Deg2DMS), 29.9999985, 2, 0, {1, 29, 59, {59.994600000000844}}},
+        SplitCase{SPLITTER(Jw32Deg2DMS), 10.983333055555555, 2, 0, {1, 10, 59, {0.0}}},
+        SplitCase{SPLITTER(Jw32Deg2DMS), 0.03333194444444444, 2, 0, {1, 0, 2, {0.0}}},
         SplitCase{
             SPLITTER(Jw32Deg2DMS), 10.491666666666667, 0, 0, {1, 10, 29, {30.000000000001705}}},
         SplitCase{SPLITTER(Jw32Deg2DMS), 10.4999, 0, 0, {1, 10, 30, {0.0}}},
         SplitCase{SPLITTER(Jw32Deg2DMS), 1e300, 2, 0, {1, INT_MAX, 0, {0.0}}},
         SplitCase{SPLITTER(Jw32Deg2DMS), 2147483647.0, -1, 1, {1, INT_MAX % 360, 0, {0.0}}},
         SplitCase{SPLITTER(Jw32Rad2DMS), kTwoPi, 2, 1, {1, 0, 0, {0.0}}},
-        SplitCase{SPLITTER(Jw32Rad2DMS), -1.0, -1, 0, {-1, 57, 17, {44.80624709636231}}}));
+        SplitCase{SPLITTER(Jw32Rad2DMS), -1.125, -1, 0, {-1, 64, 27, {27.90702798343318}}}));
 
 INSTANTIATE_TEST_SUITE_P(
     Gons, Splitting,
@@ -85,14 +87,19 @@ INSTANTIATE_TEST_SUITE_P(
                     SplitCase{SPLITTER(Jw32Grad2GCCC), 399.99999999, 2, 1, {1, 0, 0, {0.0}}},
                     SplitCase{SPLITTER(Jw32Grad2GCCC), 12.75, 2, 0, {1, 12, 75, {0.0}}},
                     SplitCase{SPLITTER(Jw32Grad2GCCC), 12.5099999, 0, 0, {1, 12, 51, {0.0}}},
+                    SplitCase{SPLITTER(Jw32Grad2GCCC), 12.989999999, 2, 0, {1, 12, 99, {0.0}}},
+                    SplitCase{SPLITTER(Jw32Grad2GCCC), 0.0399995, 2, 0, {1, 0, 4, {0.0}}},
                     SplitCase{SPLITTER(Jw32Rad2GCCC), kTwoPi, 2, 1, {1, 0, 0, {0.0}}},
                     SplitCase{
-                        SPLITTER(Jw32Rad2GCCC), -1.0, -1, 0, {-1, 63, 66, {19.772367581333583}}}));
+                        SPLITTER(Jw32Rad2GCCC), -0.625, -1, 0, {-1, 39, 78, {87.35772973836902}}}));
 
 INSTANTIATE_TEST_SUITE_P(
     Packed, Splitting,
     testing::Values(
         SplitCase{SPLITTER(Jw32DMS2DMS), 12.34, -1, 0, {1, 12, 34, {0.0}}},
+        SplitCase{SPLITTER(Jw32DMS2DMS), 12.33999998, -1, 0, {1, 12, 33, {99.99979999999908}}},
+        SplitCase{SPLITTER(Jw32DMS2DMS), 1.14281, -1, 0, {1, 1, 14, {28.099999999999792}}},
+        SplitCase{SPLITTER(Jw32DMS2DMS), -0.0, -1, 0, {1, 0, 0, {0.0}}},
         SplitCase{SPLITTER(Jw32DMS2DMS), 12.3456, -1, 0, {1, 12, 34, {55.99999999999383}}},
         SplitCase{SPLITTER(Jw32DMS2DMS), -12.3475, 2, 0, {-1, 12, 35, {0.0}}},
         SplitCase{SPLITTER(Jw32DMS2DMS), 12.3475, -1, 0, {1, 12, 34, {75.00000000000284}}},
@@ -132,6 +139,8 @@ TEST(PartsToDecimal, ReachRadiansThroughTheSignedSum) {
     EXPECT_EQ(Exact{Jw32DMS2Rad(-1, 180, 0, 0.0)}, Exact{-3.141592653589793});
     EXPECT_EQ(Exact{Jw32DMS2Rad(180.0)}, Exact{3.141592653589793});
     EXPECT_EQ(Exact{Jw32DMS2Rad(-12.3)}, Exact{-12.5 * 0.017453292519943295});
+    EXPECT_EQ(Exact{Jw32DMS2Rad(12.3475)}, Exact{0.21969331959478625}) << "75 seconds stay";
+    EXPECT_EQ(Exact{Jw32DMS2Rad(540.0)}, Exact{9.42477796076938}) << "nothing is folded";
     EXPECT_EQ(Exact{Jw32GCCC2Rad(200.0)}, Exact{3.1415926535897936});
     EXPECT_EQ(Exact{Jw32GCCC2Rad(-1, 200, 0, 0.0)}, Exact{-3.1415926535897936});
     EXPECT_EQ(Exact{Jw32GCCC2Rad(-12.3456)}, Exact{-12.3456 * 0.015707963267948967});
@@ -170,11 +179,16 @@ INSTANTIATE_TEST_SUITE_P(
                     PackCase{PACKER(Jw32DMS2DMS), 1, INT_MAX, 0, 0.0, -1, 1, {INT_MAX % 360}},
                     PackCase{PACKER(Jw32DMS2DMS), 1, 10, 59, 59.6, 4, 0, {11.0}},
                     PackCase{PACKER(Jw32DMS2DMS), 1, 10, 59, 59.4, 4, 0, {10.5959}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 59, 59.5, 4, 0, {11.0}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 59, 59.499999999999986, 4, 0, {10.596}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 58, 59.6, 4, 0, {10.59}},
                     PackCase{PACKER(Jw32DMS2DMS), 1, 10, 59, 55.0, 3, 0, {11.0}},
                     PackCase{PACKER(Jw32DMS2DMS), 1, 10, 59, 54.99999999999999, 3, 0, {11.0}},
                     PackCase{PACKER(Jw32DMS2DMS), 1, 10, 59, 54.9, 3, 0, {10.595}},
                     PackCase{PACKER(Jw32DMS2DMS), 1, 10, 30, 50.0, 2, 0, {10.31}},
                     PackCase{PACKER(Jw32DMS2DMS), 1, 10, 30, 49.0, 2, 0, {10.3}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 2, 30, 49.99999999999999, 2, 0, {2.31}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 2, 55, 0.0, 1, 0, {2.6}},
                     PackCase{PACKER(Jw32DMS2DMS), 1, 10, 59, 0.0, 1, 0, {11.0}},
                     PackCase{PACKER(Jw32DMS2DMS), 1, 10, 56, 0.0, 1, 0, {10.600000000000001}},
                     PackCase{PACKER(Jw32DMS2DMS), 1, 10, 54, 59.0, 1, 0, {10.5}},
@@ -186,6 +200,9 @@ INSTANTIATE_TEST_SUITE_P(
                     PackCase{PACKER(Jw32DMS2DMS), 1, 10, 30, 61.5, 4, 0, {10.3102}},
                     PackCase{PACKER(Jw32DMS2DMS), 1, 10, 59, 120.0, -1, 0, {11.01}},
                     PackCase{PACKER(Jw32DMS2DMS), 1, 10, 75, 10.0, 4, 0, {11.151}},
+                    PackCase{PACKER(Jw32DMS2DMS), 0, 10, 30, 60.0, -1, 0, {10.31}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 10, 60, 0.0, -1, 0, {11.0}},
+                    PackCase{PACKER(Jw32DMS2DMS), 1, 2, 34, 56.7, -1, 0, {2.3456699999999997}},
                     PackCase{PACKER(Jw32DMS2DMS), 1, 10, 59, 59.9999, -1, 0, {10.59599999}},
                     PackCase{PACKER(Jw32DMS2DMS), -1, -10, 75, -1.0, -1, 0, {-11.15}},
                     PackCase{PACKER(Jw32DMS2DMS), 1, INT_MIN, INT_MIN, 0.0, -1, 0, {2126008811.52}},
@@ -213,10 +230,13 @@ TEST(RadiansToPacked, UseTheDecimalsTwice) {
     EXPECT_EQ(Exact{gccc(1.0, 4, 0)}, Exact{63.662000000000006});
     EXPECT_EQ(Exact{gccc(kTwoPi, 4, 1)}, Exact{0.0});
     EXPECT_EQ(Exact{gccc(kTwoPi, 4, 0)}, Exact{400.0});
+    EXPECT_EQ(Exact{dms(6.2815, 0, 1)}, Exact{0.0}) << "359 degrees and 54 minutes";
+    EXPECT_EQ(Exact{gccc(6.2815, 0, 1)}, Exact{0.0});
     // 20 seconds and a half: the first count, 0 decimals of the seconds, carries nothing.
     EXPECT_EQ(Exact{dms(Jw32DMS2Rad(1, 10, 49, 20.5), 0, 0)}, Exact{10.0});
     // 59.7 seconds: the first count makes it 50 minutes, and the second then a degree.
     EXPECT_EQ(Exact{dms(Jw32DMS2Rad(1, 10, 49, 59.7), 0, 0)}, Exact{11.0});
+    EXPECT_EQ(Exact{gccc(Jw32GCCC2Rad(1, 10, 49, 99.7), 0, 0)}, Exact{11.0});
 }
 
 }  // namespace
