@@ -1,0 +1,30 @@
+// Whether two paths lie on the same drive.
+#include <windows.h>
+
+#include <shlwapi.h>
+
+#include "frame/multibyte.h"
+#include "frame/name_conversion.h"
+#include "jw32/paths.h"
+
+namespace {
+
+bool isTooShort(const char* path) {
+    return path == nullptr || path[0] == '\0' || path[1] == '\0';
+}
+
+}  // namespace
+
+int Jw32DriveIsEqual(const char* pszPath1, const char* pszPath2) {
+    if (isTooShort(pszPath1) || isTooShort(pszPath2)) return 0;
+    char first[MAX_PATH] = "";
+    char second[MAX_PATH] = "";
+    multibyte::copy(first, pszPath1, sizeof first - 1);
+    multibyte::copy(second, pszPath2, sizeof second - 1);
+    // A bare drive, or server and share, becomes a complete root.
+    PathAddBackslashA(first);
+    PathAddBackslashA(second);
+    const Jw32WideName wideFirst(first);
+    const Jw32WideName wideSecond(second);
+    return PathIsSameRootW(wideFirst, wideSecond);
+}
