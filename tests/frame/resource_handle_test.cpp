@@ -1,0 +1,42 @@
+// The resource handle and the library's strings.
+#include <gtest/gtest.h>
+#include <jw32/frame.h>
+
+#include <string>
+
+namespace {
+
+DWORD WINAPI nothing(LPVOID) {
+    return 0;
+}
+
+void runAThread() {
+    const HANDLE thread = CreateThread(nullptr, 0, nothing, nullptr, 0, nullptr);
+    ASSERT_NE(thread, nullptr);
+    EXPECT_EQ(WaitForSingleObject(thread, INFINITE), DWORD{WAIT_OBJECT_0});
+    CloseHandle(thread);
+}
+
+TEST(ResourceHandle, StandsUntilAThreadStartsOrEnds) {
+    const HINSTANCE own = Jw32GetResourceHandle();
+    ASSERT_NE(own, nullptr);
+    const HMODULE other = GetModuleHandleA("kernel32.dll");
+    for (const HINSTANCE set : {static_cast<HINSTANCE>(other), HINSTANCE{nullptr}}) {
+        Jw32SetResourceHandle(set);
+        EXPECT_EQ(Jw32GetResourceHandle(), set);
+        runAThread();
+        EXPECT_EQ(Jw32GetResourceHandle(), own);
+    }
+}
+
+TEST(ResourceHandle, LeadsToTheStrings) {
+    const char* const expected[] = {"", "Not Available",
+                                    "Cannot create filemapping for files with size 0"};
+    for (UINT id = 1; id <= 2; ++id) {
+        char text[260] = "";
+        LoadStringA(Jw32GetResourceHandle(), id, text, sizeof text);
+        EXPECT_STREQ(text, expected[id]);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,64 @@
+// The steps of the error triple, as callers see them.
+#include <gtest/gtest.h>
+#include <jw32/frame.h>
+
+#include <cstring>
+#include <string>
+
+#include "frame/error_triple.h"
+
+namespace {
+
+std::string bufferWith(const char* text) {
+    std::string buffer(256, 'x');
+    std::strcpy(buffer.data(), text);
+    return buffer;
+}
+
+TEST(ErrorTriple, ClearsTheCodeAndTheFirstByteOfTheText) {
+    DWORD code = 7;
+    std::string buffer = bufferWith("abc");
+    const ErrorTriple triple(&code, buffer.data(), 256);
+    EXPECT_EQ(code, 0u);
+    EXPECT_EQ(buffer.substr(0, 4), std::string("\0bc\0", 4));
+}
+
+TEST(ErrorTriple, DoesNotWriteATextThatIsEmpty) {
+    static const char readOnly[1] = "";
+    const ErrorTriple triple(nullptr, const_cast<char*>(readOnly), 1);
+}
+
+TEST(ErrorTriple, GivesWhatIsWantedOfCodeAndText) {
+    struct {
+        bool wantsCode, wantsBuffer;
+        DWORD size;
+        bool getsText;
+    } const rows[] = {
+        {true, true, 256, true}, {false, true, 256, true}, {true, false, 256, false},
+        {true, true, 0, false},  {false, false, 0, false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        DWORD code = 7;
+        std::string buffer = bufferWith("abc");
+        const ErrorTriple triple(row.wantsCode ? &code : nullptr,
+                                 row.wantsBuffer ? buffer.data() : nullptr, row.size);
+        SetLastError(ERROR_ACCESS_DENIED);
+        EXPECT_EQ(triple.fail(-1), -1);
+        EXPECT_EQ(code, row.wantsCode ? DWORD{ERROR_ACCESS_DENIED} : 7u);
+        const bool untouched = buffer == bufferWith("abc");
+        EXPECT_EQ(untouched, !row.getsText);
+        EXPECT_NE(buffer[0], '\0');
+    }
+}
+
+TEST(ErrorTriple, KeepsTheCodeWhenThereIsNoTextOrNoRoomForIt) {
+    for (const auto& [failure, size] : {std::pair{0xE0001234u, 256u}, {5u, 2u}}) {
+        DWORD code = 0;
+        char buffer[256] = "";
+        EXPECT_EQ(ErrorTriple(&code, buffer, size).fail(0, failure), 0);
+        EXPECT_EQ(code, failure);
+    }
+}
+
+}  // namespace

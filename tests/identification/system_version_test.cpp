@@ -1,0 +1,99 @@
+// Systems of all kinds, as machines.
+#include <gtest/gtest.h>
+#include <jw32/system_version.h>
+
+#include "identification/nt_platform.h"
+#include "machine/machine.h"
+#include "machine/testing.h"
+
+namespace {
+
+using System = CJw32SystemVersionInfo;
+
+machine::Machine withVersion(const machine::Version& version) {
+    machine::Machine result;
+    result.version = version;
+    return result;
+}
+
+struct Classified {
+    DWORD platform, major, minor;
+    System::eOperatingSystem kind;
+};
+
+constexpr Classified classified[] = {
+    {0, 3, 11, System::eWin32S},       {0, 4, 0, System::eWin32S},
+    {1, 3, 95, System::eWin95},        {1, 4, 0, System::eWin95},
+    {1, 4, 1, System::eWin98},         {1, 4, 10, System::eWin98},
+    {1, 4, 89, System::eWin98},        {1, 4, 90, System::eWinME},
+    {1, 5, 0, System::eWinME},         {2, 3, 51, System::eNT35},
+    {2, 4, 0, System::eNT40},          {2, 4, 99, System::eNT40},
+    {2, 5, 0, System::eWin2000},       {2, 5, 1, System::eWinXP},
+    {2, 5, 2, System::eWinServer2003}, {2, 5, 3, System::eUnknownOS},
+    {2, 6, 0, System::eWinVista},      {2, 10, 0, System::eWinVista},
+    {2, 6, 1, System::eWin7},          {2, 6, 2, System::eUnknownOS},
+    {3, 6, 1, System::eUnknownOS},     {0xFFFFFFFF, 4, 0, System::eUnknownOS},
+};
+
+// What the operation of each kind says, in the order of the kinds; eWin7 has none.
+std::vector<int> answers(const System& system) {
+    return {system.IsUnknownOS(), system.IsWin32S(),        system.IsWin95(),   system.IsWin98(),
+            system.IsWinME(),     system.IsNT35(),          system.IsNT40(),    system.IsWin2000(),
+            system.IsWinXP(),     system.IsWinServer2003(), system.IsWinVista()};
+}
+
+TEST(SystemVersion, ClassifiesByPlatformMajorAndMinor) {
+    for (const auto& row : classified) {
+        SCOPED_TRACE(testing::Message() << row.platform << " " << row.major << "." << row.minor);
+        const machine::Installed computer(
+            withVersion({.platform = row.platform, .major = row.major, .minor = row.minor}));
+        const System system;
+        EXPECT_EQ(system.GetOperatingSystem(), row.kind);
+        EXPECT_EQ(system.IsWinNTPlatform(), row.platform == 2);
+        EXPECT_EQ(Jw32IsNtPlatformNow(), row.platform == 2);
+        std::vector<int> expected(11, 0);
+        if (row.kind != System::eWin7) expected[row.kind] = 1;
+        EXPECT_EQ(answers(system), expected);
+    }
+}
+
+TEST(SystemVersion, CountsASingleUserTerminalServerAsNone) {
+    for (const auto& [suites, expected] :
+         {std::pair{0x10, 1}, {0x110, 0}, {0x100, 0}, {0, 0}, {0xFEFF, 1}}) {
+        const auto mask = static_cast<std::uint16_t>(suites);
+        const machine::Installed computer(withVersion({.suiteMask = mask}));
+        EXPECT_EQ(System().IsTerminalServer(), expected) << suites;
+    }
+}
+
+TEST(SystemVersion, FallsBackToTheSmallerRecord) {
+    const machine::Installed computer(
+        withVersion({.major = 5, .minor = 1, .suiteMask = 0x10, .knowsExtendedRecord = false}));
+    const System system;
+    EXPECT_EQ(system.GetOperatingSystem(), System::eWinXP);
+    EXPECT_EQ(system.IsTerminalServer(), 0);
+}
+
+TEST(SystemVersion, IsUnknownWhenTheSystemDoesNotAnswer) {
+    machine::Script script;
+    script.fail("GetVersionExA", ERROR_CALL_NOT_IMPLEMENTED, 0);
+    const System system;
+    EXPECT_EQ(script.count("GetVersionExA"), 2u);
+    EXPECT_EQ(system.IsUnknownOS(), 1);
+    EXPECT_EQ(system.IsWinNTPlatform(), 0);
+    EXPECT_EQ(system.IsTerminalServer(), 0);
+}
+
+TEST(SystemVersion, CopiesWithoutAskingAgain) {
+    const System original;
+    System assigned;
+    const machine::Installed other(withVersion({.platform = 1, .major = 4, .minor = 10}));
+    machine::Script script;
+    const System copy = original;
+    assigned = original;
+    EXPECT_EQ(script.count("GetVersionExA"), 0u);
+    EXPECT_EQ(copy.GetOperatingSystem(), original.GetOperatingSystem());
+    EXPECT_EQ(assigned.IsWinNTPlatform(), 1);
+}
+
+}  // namespace
