@@ -11,7 +11,7 @@ bool isEmpty(const char* name) {
     return name == nullptr || *name == '\0';
 }
 
-bool rename(const char* from, const char* to) {
+bool renameFile(const char* from, const char* to) {
     const Jw32WideName wideFrom(from);
     const Jw32WideName wideTo(to);
     return MoveFileW(wideFrom, wideTo) != 0;
@@ -38,6 +38,6 @@ int Jw32FileMove(const char* pszFrom, const char* pszTo, DWORD* pdwError, char* 
     if (!attributes) return triple.fail(0);
     if ((*attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return 0;
     const bool sameDrive = Jw32DriveIsEqual(pszFrom, pszTo) != 0;
-    const bool moved = sameDrive ? rename(pszFrom, pszTo) : copyAndDelete(pszFrom, pszTo);
+    const bool moved = sameDrive ? renameFile(pszFrom, pszTo) : copyAndDelete(pszFrom, pszTo);
     return moved ? 1 : triple.fail(0);
 }

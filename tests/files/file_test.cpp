@@ -74,8 +74,9 @@ TEST_F(File, ReportsAHandleThatIsNone) {
 }
 
 TEST_F(File, IsCreatedOrOpenedByTheDispositionAlone) {
+    int files = 0;
     for (const auto operation : {Jw32FileCreate, Jw32FileOpen}) {
-        const std::string path = c("new");
+        const std::string path = c("new" + std::to_string(++files));
         EXPECT_EQ(operation(path.c_str(), GENERIC_READ, OPEN_EXISTING, 0, 0, &triple.code,
                             triple.text, triple.size),
                   INVALID_HANDLE_VALUE);
@@ -86,7 +87,6 @@ TEST_F(File, IsCreatedOrOpenedByTheDispositionAlone) {
         EXPECT_TRUE(triple.isClear()) << triple;
         EXPECT_TRUE(attributes(path) & FILE_ATTRIBUTE_HIDDEN);
         CloseHandle(file);
-        EXPECT_TRUE(DeleteFileA(path.c_str()));
     }
 }
 

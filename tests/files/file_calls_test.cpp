@@ -1,0 +1,124 @@
+// Which platform calls the file and directory operations make, with which flags, in which order.
+#include <gmock/gmock.h>
+#include <jw32/directories.h>
+#include <jw32/files.h>
+
+#include "machine/testing.h"
+#include "support/scratch_drives.h"
+#include "support/triple.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+class FileCalls : public ScratchDrives {
+  protected:
+    // The recorded calls that a pattern of names tells, as text.
+    std::vector<std::string> made(const std::vector<std::string>& names) const {
+        std::vector<std::string> result;
+        for (const auto& call : script->calls()) {
+            if (std::find(names.begin(), names.end(), call.name) != names.end()) {
+                result.push_back(call.text());
+            }
+        }
+        return result;
+    }
+    static std::string quoted(const std::string& path) { return "\"" + path + "\""; }
+
+    void SetUp() override {
+        write(c("file"), "content");
+        script.emplace();
+    }
+    void TearDown() override { script.reset(); }
+
+    Triple triple;
+    std::optional<machine::Script> script;
+};
+
+TEST_F(FileCalls, OpenWithTheCallersFlagsInThePlatformsOrder) {
+    script->answer("CreateFileW", 0x1234);
+    EXPECT_EQ(Jw32FileCreate("name", 1, 2, 3, 4), reinterpret_cast<void*>(0x1234));
+    EXPECT_THAT(made({"CreateFileW"}),
+                ElementsAre("CreateFileW(\"name\", 1, 4, null, 2, 3, null)"));
+}
+
+TEST_F(FileCalls, CloseTheFileWhoseSizeFailsAfterItsCodeWasRead) {
+    script->fail("GetFileSize", ERROR_ACCESS_DENIED);
+    script->fail("CloseHandle", ERROR_INVALID_HANDLE);
+    EXPECT_EQ(Jw32FileSize(c("file").c_str(), &triple.code, triple.text, triple.size), -1);
+    EXPECT_TRUE(triple.tells(ERROR_ACCESS_DENIED)) << triple;
+    EXPECT_THAT(
+        made({"CreateFileW", "GetFileSize", "CloseHandle"}),
+        ElementsAre("CreateFileW(" + quoted(c("file")) + ", 2147483648, 3, null, 3, 0, null)",
+                    "GetFileSize(pointer, null)", "CloseHandle(pointer)"));
+}
+
+TEST_F(FileCalls, TakeAShortCountForNoFailureOfThePlatform) {
+    char target[4];
+    script->answer("ReadFile", TRUE);
+    script->answer("WriteFile", TRUE);
+    EXPECT_EQ(Jw32FileRead(target, target, 4, &triple.code, triple.text, triple.size), 0);
+    EXPECT_TRUE(triple.isClear()) << triple;
+    triple = {};
+    EXPECT_EQ(Jw32FileWrite(target, target, 4, &triple.code, triple.text, triple.size), 0);
+    EXPECT_TRUE(triple.isClear()) << triple;
+}
+
+TEST_F(FileCalls, MoveOnOneDriveByRenaming) {
+    EXPECT_EQ(Jw32FileMove(c("file").c_str(), c("new").c_str()), 1);
+    EXPECT_THAT(
+        made({"FindFirstFileW", "FindClose", "PathIsSameRootW", "MoveFileW", "CopyFileW"}),
+        ElementsAre("FindFirstFileW(" + quoted(c("file")) + ", pointer)", "FindClose(pointer)",
+                    "PathIsSameRootW(" + quoted(c("file\\")) + ", " + quoted(c("new\\")) + ")",
+                    "MoveFileW(" + quoted(c("file")) + ", " + quoted(c("new")) + ")"));
+}
+
+TEST_F(FileCalls, MoveRelativeNamesByCopying) {
+    for (const char* const call : {"FindFirstFileW", "FindClose", "CopyFileW", "DeleteFileW"}) {
+        script->answer(call, 1);
+    }
+    EXPECT_EQ(Jw32FileMove("from\\file", "to"), 1);
+    EXPECT_THAT(made({"MoveFileW", "CopyFileW", "DeleteFileW", "SetFileAttributesW"}),
+                ElementsAre("CopyFileW(\"from\\file\", \"to\", 0)", "DeleteFileW(\"from\\file\")"));
+}
+
+struct Walk {
+    const char* path;
+    std::vector<std::string> levels;
+};
+class DirectoryWalk : public testing::TestWithParam<Walk> {};
+
+TEST_P(DirectoryWalk, TriesEveryLevel) {
+    machine::Script script;
+    script.fail("CreateDirectoryW", ERROR_BAD_PATHNAME, 0);
+    Triple triple;
+    EXPECT_EQ(Jw32DirectoryCreate(GetParam().path, &triple.code, triple.text, triple.size), 0);
+    EXPECT_TRUE(triple.tells(ERROR_BAD_PATHNAME)) << triple;
+    std::vector<std::string> tried;
+    for (const auto& call : script.calls()) {
+        if (call.name == "CreateDirectoryW") tried.push_back(call.arguments[0]);
+    }
+    EXPECT_EQ(tried, GetParam().levels);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Paths, DirectoryWalk,
+    testing::Values(Walk{"C:\\a", {"\"C:\\a\""}},
+                    Walk{"C:\\a\\b\\c", {"\"C:\\a\"", "\"C:\\a\\b\"", "\"C:\\a\\b\\c\""}},
+                    Walk{"\\\\server\\share\\dir",
+                         {"\"\\\"", "\"\\\\server\"", "\"\\\\server\\share\"",
+                          "\"\\\\server\\share\\dir\""}},
+                    Walk{"C:\\a\\b\\", {"\"C:\\a\"", "\"C:\\a\\b\"", "\"C:\\a\\b\\\""}},
+                    Walk{"dir\\sub\\x", {"\"dir\\sub\"", "\"dir\\sub\\x\""}}));
+
+TEST(DirectoryAttributes, AreTakenAwayBeforeTheyAreAdded) {
+    machine::Script script;
+    script.answer("CreateDirectoryW", TRUE);
+    script.answer("GetFileAttributesA", 0x35);
+    EXPECT_EQ(Jw32DirectoryCreateAttr("C:\\a", 0x06, 0x24), 1);
+    EXPECT_EQ(script.calls().back().text(), "SetFileAttributesA(\"C:\\a\", 23)");
+    EXPECT_EQ(Jw32DirectoryCreateAttr("C:\\a", 0, 0), 1);
+    EXPECT_EQ(script.count("GetFileAttributesA"), 1u);
+}
+
+}  // namespace

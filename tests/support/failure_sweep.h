@@ -1,0 +1,107 @@
+// Runs an operation once for each platform call that it makes, with that call failing.
+#pragma once
+
+#include <atlexcept.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "machine/testing.h"
+#include "support/triple.h"
+
+// What came of a run. What the caller owns by it is released with the object, after the script.
+struct Outcome {
+    bool failed;
+    std::shared_ptr<void> held = nullptr;
+};
+
+struct Swept {
+    using Act = std::function<Outcome(Triple&)>;
+
+    const char* name;
+    std::function<Act()> arrange;  // makes a fresh arrangement, and gives the operation on it
+    // Calls whose failure the operation passes over: "FindClose", or "FindClose#2" for the second.
+    std::vector<std::string> passedOver = {};
+};
+
+namespace sweeping {
+
+inline constexpr DWORD code = ERROR_GEN_FAILURE;
+
+inline bool isOneOf(const std::string& name, const std::vector<std::string>& names) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+// The calls that can fail, in order, each as "Name#k" for its k-th time.
+inline std::vector<std::string> callsOf(const Swept& swept) {
+    const auto act = swept.arrange();
+    const auto before = machine::inUse();
+    Triple triple;
+    std::vector<std::string> result;
+    {
+        machine::Script script;
+        const Outcome outcome = act(triple);
+        EXPECT_FALSE(outcome.failed) << triple;
+        EXPECT_TRUE(triple.isClear()) << triple;
+        for (unsigned i = 0; const auto& call : script.calls()) {
+            const auto made = script.calls();
+            const auto times =
+                std::count_if(made.begin(), made.begin() + ++i,
+                              [&](const auto& one) { return one.name == call.name; });
+            if (call.fallible) result.push_back(call.name + "#" + std::to_string(times));
+        }
+    }
+    EXPECT_EQ(machine::inUse(), before) << "leaks";
+    return result;
+}
+
+inline void judge(const Swept& swept, const std::string& call, bool failed, const Triple& triple) {
+    const auto name = call.substr(0, call.find('#'));
+    if (isOneOf(call, swept.passedOver) || isOneOf(name, swept.passedOver)) {
+        EXPECT_FALSE(failed);
+        EXPECT_TRUE(triple.isClear()) << triple;
+    } else {
+        EXPECT_TRUE(failed);
+        EXPECT_TRUE(triple.tells(code)) << triple;
+    }
+}
+
+inline void runFailing(const Swept& swept, unsigned n, const std::string& call) {
+    const auto name = call.substr(0, call.find('#'));
+    const bool converts = isOneOf(name, {"MultiByteToWideChar", "WideCharToMultiByte"});
+    const bool releases = isOneOf(name, {"CloseHandle", "FindClose", "FreeLibrary"});
+    const auto act = swept.arrange();
+    const auto before = machine::inUse();
+    Triple triple;
+    try {
+        Outcome outcome{};
+        {
+            machine::Script script;
+            script.failNth(n, code);
+            outcome = act(triple);
+        }
+        EXPECT_FALSE(converts) << "did not throw";
+        judge(swept, call, outcome.failed, triple);
+    } catch (const CAtlException& exception) {
+        EXPECT_TRUE(converts) << "threw";
+        EXPECT_EQ(exception.m_hr, HRESULT_FROM_WIN32(code));
+    }
+    // What the platform refuses to take back stays in use.
+    EXPECT_TRUE(releases || machine::inUse() == before) << "leaks";
+}
+
+}  // namespace sweeping
+
+inline void sweepFailures(const Swept& swept) {
+    SCOPED_TRACE(swept.name);
+    const auto calls = sweeping::callsOf(swept);
+    EXPECT_FALSE(calls.empty()) << "makes no call that can fail";
+    for (unsigned n = 1; n <= calls.size(); ++n) {
+        SCOPED_TRACE("with failing " + calls[n - 1]);
+        sweeping::runFailing(swept, n, calls[n - 1]);
+    }
+}
