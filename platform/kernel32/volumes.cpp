@@ -61,8 +61,10 @@ UINT WINAPI GetDriveTypeA(LPCSTR root) {
 BOOL WINAPI GetVolumeInformationW(LPCWSTR root, LPWSTR label, DWORD labelSize, LPDWORD serial,
                                   LPDWORD longestComponent, LPDWORD flags, LPWSTR fileSystem,
                                   DWORD systemSize) {
-    if (const auto scripted = machine::call("GetVolumeInformationW", root,
-                                            static_cast<const void*>(label), labelSize)) {
+    const auto pointer = [](const void* target) { return target; };
+    if (const auto scripted = machine::call("GetVolumeInformationW", root, pointer(label),
+                                            labelSize, pointer(serial), pointer(longestComponent),
+                                            pointer(flags), pointer(fileSystem), systemSize)) {
         return scripted.or_(FALSE);
     }
     const auto path = rootOrCurrent(root);

@@ -109,6 +109,19 @@ bool closeObject(HANDLE handle) {
     return true;
 }
 
+void closeAllObjects() {
+    std::vector<HANDLE> open;
+    {
+        const std::lock_guard lock(mutex);
+        for (std::uint32_t index = 0; index < slotCount; ++index) {
+            const auto& slot = (*chunks[index / chunkSize].load())[index % chunkSize];
+            const auto state = slot.state.load(std::memory_order_relaxed);
+            if ((state & closedMark) == 0) open.push_back(makeHandle(index, generationOf(state)));
+        }
+    }
+    for (const HANDLE handle : open) closeObject(handle);
+}
+
 std::uint64_t handleCount() {
     return openHandles.load(std::memory_order_relaxed);
 }

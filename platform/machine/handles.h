@@ -30,6 +30,8 @@ HANDLE insertObject(std::unique_ptr<KernelObject> object);
 // False: the handle is not open. An object in use ends when its last user lets go.
 bool closeObject(HANDLE handle);
 
+void closeAllObjects();
+
 std::uint64_t handleCount();
 
 namespace detail {

@@ -123,6 +123,11 @@ bool releaseModule(HMODULE handle) {
     return true;
 }
 
+void releaseAllModules() {
+    const std::lock_guard lock(mutex);
+    namedModules.clear();
+}
+
 std::uint64_t loadedModuleReferences() {
     const std::lock_guard lock(mutex);
     std::uint64_t sum = 0;

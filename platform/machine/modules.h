@@ -28,6 +28,7 @@ void notifyModules(DWORD reason);
 HMODULE loadModule(std::string_view name, bool asData);
 HMODULE findModule(std::string_view name);
 bool releaseModule(HMODULE module);  // false: not a module's handle
+void releaseAllModules();
 std::uint64_t loadedModuleReferences();
 
 // Lookups in one module; null or an empty result: not there.

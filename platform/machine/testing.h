@@ -64,4 +64,7 @@ struct InUse {
 };
 PLATFORM_API InUse inUse();
 
+// Takes back all handles and module references: those whose release a script made fail.
+PLATFORM_API void reclaimAll();
+
 }  // namespace machine
