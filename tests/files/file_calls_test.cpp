@@ -29,7 +29,10 @@ class FileCalls : public ScratchDrives {
         write(c("file"), "content");
         script.emplace();
     }
-    void TearDown() override { script.reset(); }
+    void TearDown() override {
+        script.reset();
+        machine::reclaimAll();
+    }
 
     Triple triple;
     std::optional<machine::Script> script;
@@ -68,18 +71,17 @@ TEST_F(FileCalls, MoveOnOneDriveByRenaming) {
     EXPECT_EQ(Jw32FileMove(c("file").c_str(), c("new").c_str()), 1);
     EXPECT_THAT(
         made({"FindFirstFileW", "FindClose", "PathIsSameRootW", "MoveFileW", "CopyFileW"}),
-        ElementsAre("FindFirstFileW(" + quoted(c("file")) + ", pointer)", "FindClose(pointer)",
+        ElementsAre("FindFirstFileW(" + quoted(c("file")) + ")", "FindClose(pointer)",
                     "PathIsSameRootW(" + quoted(c("file\\")) + ", " + quoted(c("new\\")) + ")",
                     "MoveFileW(" + quoted(c("file")) + ", " + quoted(c("new")) + ")"));
 }
 
 TEST_F(FileCalls, MoveRelativeNamesByCopying) {
-    for (const char* const call : {"FindFirstFileW", "FindClose", "CopyFileW", "DeleteFileW"}) {
-        script->answer(call, 1);
-    }
-    EXPECT_EQ(Jw32FileMove("from\\file", "to"), 1);
+    const auto from = c("file").substr(3), to = c("new").substr(3);  // C:\ is the current directory
+    EXPECT_EQ(Jw32FileMove(from.c_str(), to.c_str()), 1);
     EXPECT_THAT(made({"MoveFileW", "CopyFileW", "DeleteFileW", "SetFileAttributesW"}),
-                ElementsAre("CopyFileW(\"from\\file\", \"to\", 0)", "DeleteFileW(\"from\\file\")"));
+                ElementsAre("CopyFileW(" + quoted(from) + ", " + quoted(to) + ", 0)",
+                            "DeleteFileW(" + quoted(from) + ")"));
 }
 
 struct Walk {

@@ -50,7 +50,7 @@ TEST(Path, OnADriveOfEachKindIsJudgedByIt) {
         EXPECT_EQ(Jw32PathIsValid("A:\\a\\b", 1, &removable), row.validWith);
         EXPECT_EQ(removable, row.removable);
         EXPECT_EQ(Jw32PathIsValid("A:\\a\\b", 1, nullptr), row.validWith);
-        EXPECT_EQ(script.calls()[3].text(), "GetDriveTypeA(\"A:\\\")");
+        EXPECT_EQ(script.calls()[4].text(), "GetDriveTypeA(\"A:\\\")");
     }
 }
 

@@ -5,8 +5,9 @@
 #include <jw32/directories.h>
 #include <jw32/files.h>
 
-#include <filesystem>
 #include <string>
+
+#include "support/remove_tree.h"
 
 class ScratchDrives : public testing::Test {
   protected:
@@ -15,9 +16,8 @@ class ScratchDrives : public testing::Test {
         Jw32DirectoryCreate(d().c_str());
     }
     ~ScratchDrives() override {
-        std::error_code ignored;
-        std::filesystem::remove_all(c(), ignored);
-        std::filesystem::remove_all(d(), ignored);
+        removeTree(c());
+        removeTree(d());
     }
 
     // The full name of something in the folder on C: or D:, or that of the folder.

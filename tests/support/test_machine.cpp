@@ -1,0 +1,59 @@
+// The machine of the test programs in the Linux build: drives C: and D: in a folder that goes away
+// at the end, when nothing may be open any more. The current directory is the root of C:.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include "machine/machine.h"
+#include "machine/testing.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path makeTemporaryFolder() {
+    auto name = (fs::temp_directory_path() / "jw32-test-XXXXXX").string();
+    if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
+    return name;
+}
+
+machine::Machine twoDrives(const fs::path& folder) {
+    machine::Machine machine = machine::standard();
+    machine.drives.clear();
+    for (const char letter : {'C', 'D'}) {
+        const auto drive = folder / std::string(1, letter);
+        fs::create_directories(drive);
+        machine.drives.push_back({.letter = letter, .folder = drive.string()});
+    }
+    fs::create_directories(folder / "C/Windows/System32");
+    return machine;
+}
+
+class TestMachine : public testing::Environment {
+  public:
+    void SetUp() override {
+        folder_ = makeTemporaryFolder();
+        installed_.emplace(twoDrives(folder_));
+        former_ = fs::current_path();
+        fs::current_path(folder_ / "C");
+    }
+    void TearDown() override {
+        EXPECT_EQ(machine::inUse(), machine::InUse{}) << "the tests left something open";
+        installed_.reset();
+        fs::current_path(former_);
+        std::error_code ignored;
+        fs::remove_all(folder_, ignored);
+    }
+
+  private:
+    fs::path folder_, former_;
+    std::optional<machine::Installed> installed_;
+};
+
+const auto* const environment = testing::AddGlobalTestEnvironment(new TestMachine);
+
+}  // namespace
