@@ -9,7 +9,7 @@
 
 namespace machine {
 
-enum class ObjectKind { File, Search, Thread };
+enum class ObjectKind { File, Search, Thread, Mapping };
 
 // What a handle stands for.
 class KernelObject {
