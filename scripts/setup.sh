@@ -4,7 +4,7 @@
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
-host_packages=(g++ cmake ninja-build googletest libbenchmark-dev pkg-config python3)
+host_packages=(g++ cmake ninja-build googletest libbenchmark-dev pkg-config python3 doxygen)
 windows_packages=(wine64 g++-mingw-w64-i686-posix xvfb xauth)
 
 missing_of() {
@@ -55,6 +55,15 @@ CONF
     rm -rf "$work"
 }
 
+# Wine links folders such as Music to the user's home directory. Programs under test shall not get
+# there: the links become plain folders.
+unlink_home() {
+    local link
+    find "$WINEPREFIX/drive_c/users" -type l -print0 | while IFS= read -r -d '' link; do
+        rm "$link" && mkdir "$link"
+    done
+}
+
 # A fresh prefix: drive C: as Wine makes it, and D: as a second drive for the tests.
 make_prefix() {
     [ -e "$WINEPREFIX/ready" ] && return 0
@@ -63,6 +72,7 @@ make_prefix() {
     "$JW32_WINE" wineboot -i >/dev/null 2>&1 || true
     [ -e "$WINEPREFIX/drive_c/windows/syswow64/kernel32.dll" ] ||
         { echo "setup: Wine made no 32-bit system directory in $WINEPREFIX" >&2; exit 1; }
+    unlink_home
     mkdir -p "$WINEPREFIX/drive_d" && ln -sfn ../drive_d "$WINEPREFIX/dosdevices/d:"
     touch "$WINEPREFIX/ready"
 }
