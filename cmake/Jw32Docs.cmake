@@ -17,3 +17,6 @@ set(DOXYGEN_HAVE_DOT NO)
 set(DOXYGEN_QUIET YES)
 doxygen_add_docs(docs ${CMAKE_SOURCE_DIR}/include ${CMAKE_SOURCE_DIR}/README.md
     ${CMAKE_SOURCE_DIR}/docs COMMENT "Building the reference pages")
+if(JW32_TESTS AND NOT WIN32 AND NOT JW32_SANITIZE)
+    add_test(NAME docs COMMAND ${CMAKE_COMMAND} --build ${CMAKE_BINARY_DIR} --target docs)
+endif()

@@ -29,11 +29,11 @@ class JW32_API CJw32Angle {
     /// What a value v is folded to. Values outside the list fold nothing.
     enum eAngleRange : int {
         eAngleRangeNone = 0,  ///< nothing; given to a setter: keep the object's range
-        eAngleRangePositive =
-            1,  ///< one full circle: v modulo it, and for v below 0 the circle less
-                ///< |v| modulo it, so that a full negative circle gives a full one
-        eAngleRangeSigned =
-            2,  ///< |v| modulo the half circle, with the sign of v: 190 degrees give 10
+        /// one full circle: v modulo it, and for v below 0 the circle less |v| modulo it, so that a
+        /// full negative circle gives a full one
+        eAngleRangePositive = 1,
+        /// |v| modulo the half circle, with the sign of v: 190 degrees give 10
+        eAngleRangeSigned = 2,
         eAngleRangeFree = 3,  ///< nothing; given to a setter it replaces the object's range
     };
 
@@ -41,13 +41,16 @@ class JW32_API CJw32Angle {
     CJw32Angle();
 
     /// A copy of the angle and its range.
+    /// @param other the object to copy
     CJw32Angle(CJw32Angle const& other);
 
+    /// The angle of a value.
     /// @param dValue the angle in `eType`, folded by `eRange`
     /// @param eType radians, degrees or gons; anything else counts as radians
     /// @param eRange the object's range
     CJw32Angle(double const& dValue, eAngleType eType, eAngleRange eRange);
 
+    /// The angle of degrees, minutes and seconds.
     /// @param nDegrees, nMinutes, dSeconds the angle, as in SetDms()
     /// @param eRange the object's range
     CJw32Angle(short const& nDegrees, short const& nMinutes, double const& dSeconds,
@@ -56,28 +59,35 @@ class JW32_API CJw32Angle {
     virtual ~CJw32Angle();
 
     /// Copies the angle and its range.
+    /// @param other the object to copy
+    /// @return this object
     CJw32Angle& operator=(CJw32Angle const& other);
 
-    /// The angle in radians.
+    /// @return the angle in radians
     double Rad() const;
-    /// The angle in degrees.
+    /// @return the angle in degrees
     double Deg() const;
-    /// The angle in gons.
+    /// @return the angle in gons
     double Gon() const;
 
     /// Sets the angle in radians.
     /// @param dValue radians, folded by the object's range
     /// @param eRange replaces the object's range first, unless it is #eAngleRangeNone
     void Rad(double const& dValue, eAngleRange eRange);
-    /// Sets the angle in degrees; otherwise as Rad().
+    /// Sets the angle in degrees.
+    /// @param dValue degrees, folded by the object's range
+    /// @param eRange replaces the object's range first, unless it is #eAngleRangeNone
     void Deg(double const& dValue, eAngleRange eRange);
-    /// Sets the angle in gons; otherwise as Rad().
+    /// Sets the angle in gons.
+    /// @param dValue gons, folded by the object's range
+    /// @param eRange replaces the object's range first, unless it is #eAngleRangeNone
     void Gon(double const& dValue, eAngleRange eRange);
 
-    /// The object's range.
+    /// @return the object's range
     eAngleRange AngleRange() const;
-    /// Replaces the object's range, by any value. The angle stays, and so can lie outside the new
-    /// range until it is set again.
+    /// Replaces the object's range. The angle stays, and so can lie outside the new range until it
+    /// is set again.
+    /// @param eRange the new range, of any value
     void AngleRange(eAngleRange eRange);
 
     /// The angle in degrees, minutes and seconds, in the way SetDms() takes them: the first part
@@ -87,8 +97,8 @@ class JW32_API CJw32Angle {
     /// @param[out] nMinutes minutes, up to 59 in magnitude
     /// @param[out] dSeconds seconds, below 60 in magnitude, not rounded
     /// @param nDecimals decimals of the seconds that will be shown: with 0 or more, seconds that
-    /// would
-    ///                  be shown as 60 become 0 and carry away from zero; negative for no carry
+    ///                  would be shown as 60 become 0 and carry away from zero; negative for no
+    ///                  carry
     void GetDms(short& nDegrees, short& nMinutes, double& dSeconds, int nDecimals) const;
 
     /// Sets the angle in degrees, minutes and seconds. Minutes are added to degrees of 0 or above
@@ -103,14 +113,18 @@ class JW32_API CJw32Angle {
 
     /// Adds radians and folds the sum by the object's range. A negative result is then lifted by a
     /// full circle, under every range.
+    /// @param dValue radians
     void AddRad(double const& dValue);
     /// Adds degrees: the increment is folded by the object's range and, if negative then, lifted by
     /// a full circle, under every range; then the sum is folded.
+    /// @param dValue degrees
     void AddDeg(double const& dValue);
     /// Adds gons, in the way of AddDeg().
+    /// @param dValue gons
     void AddGon(double const& dValue);
     /// Adds degrees, minutes and seconds, combined as in SetDms(), and folds the sum by the
     /// object's range. Nothing is lifted.
+    /// @param nDegrees, nMinutes, dSeconds the increment
     void AddDms(short const& nDegrees, short const& nMinutes, double const& dSeconds);
 
     /// The angle as text.
@@ -134,8 +148,7 @@ class JW32_API CJw32Angle {
     /// @param eType the form; one outside the list gives an empty text
     /// @param nDecimals decimals, as above
     /// @return the length of the whole text, so that `dwSize` or more means a cut one; 0 for an
-    /// empty
-    ///         text or if nothing happened
+    ///         empty text or if nothing happened
     DWORD AngleToString(char* pszText, DWORD dwSize, eAngleType eType, int nDecimals) const;
 
   private:

@@ -8,15 +8,13 @@
 /// - GCCC parts: sign, gons, centesimal minutes (100 to the gon), centesimal seconds (100 to the
 ///   minute).
 /// - Packed DMS: one `double` DDD.MMSSsss: degrees in front of the point, two decimals of minutes,
-/// two
-///   of whole seconds, then decimals of the seconds. The number's sign is the angle's.
+///   two of whole seconds, then decimals of the seconds. The number's sign is the angle's.
 /// - Packed GCCC: GGG.CCcccc in the same layout, which is the angle in gons.
 ///
-/// Parts. As a result, the sign is -1 or 1 and the other parts are not negative; negative zero
-/// gives
-/// 1. As an argument, a sign below 0 means a negative angle, everything else a positive one; the
-/// sign of the degrees or gons is dropped; minutes count with their sign, and negative seconds
-/// count as 0.
+/// Parts. As a result, the sign is -1 or 1 and the other parts are not negative; the sign of a
+/// negative zero is 1. As an argument, a sign below 0 means a negative angle, everything else a
+/// positive one; the sign of the degrees or gons is dropped; minutes count with their sign, and
+/// negative seconds count as 0.
 ///
 /// `nDecimals` is the number of decimals that the caller will show: of the seconds where the result
 /// is in parts, of the packed number where the result is packed (so that 4 means whole seconds).
@@ -46,10 +44,14 @@
 /// @return degrees
 JW32_API double Jw32DMS2Deg(int nSign, int nDegrees, int nMinutes, double dSeconds);
 
-/// DMS parts, as in Jw32DMS2Deg(), to radians.
+/// DMS parts to radians.
+/// @param nSign, nDegrees, nMinutes, dSeconds the parts, as in Jw32DMS2Deg()
+/// @return radians
 JW32_API double Jw32DMS2Rad(int nSign, int nDegrees, int nMinutes, double dSeconds);
 
 /// Packed DMS to radians.
+/// @param dPacked packed DMS
+/// @return radians
 JW32_API double Jw32DMS2Rad(double dPacked);
 
 /// GCCC parts to gons.
@@ -60,10 +62,14 @@ JW32_API double Jw32DMS2Rad(double dPacked);
 /// @return gons
 JW32_API double Jw32GCCC2Grad(int nSign, int nGons, int nMinutes, double dSeconds);
 
-/// GCCC parts, as in Jw32GCCC2Grad(), to radians.
+/// GCCC parts to radians.
+/// @param nSign, nGons, nMinutes, dSeconds the parts, as in Jw32GCCC2Grad()
+/// @return radians
 JW32_API double Jw32GCCC2Rad(int nSign, int nGons, int nMinutes, double dSeconds);
 
 /// Packed GCCC, that is gons, to radians.
+/// @param dPacked packed GCCC
+/// @return radians
 JW32_API double Jw32GCCC2Rad(double dPacked);
 
 /// Degrees to DMS parts. The seconds are not rounded.
@@ -88,11 +94,19 @@ JW32_API void Jw32Deg2DMS(double dDegrees, int& nSign, int& nDegrees, int& nMinu
 JW32_API void Jw32Grad2GCCC(double dGons, int& nSign, int& nGons, int& nMinutes, double& dSeconds,
                             int nDecimals, int bWrap);
 
-/// Radians to DMS parts; otherwise as Jw32Deg2DMS().
+/// Radians to DMS parts.
+/// @param dRadians radians
+/// @param[out] nSign, nDegrees, nMinutes, dSeconds the parts, as in Jw32Deg2DMS()
+/// @param nDecimals decimals of the seconds that will be shown; negative for no carry
+/// @param bWrap non-zero folds the degrees to 0 to 359
 JW32_API void Jw32Rad2DMS(double dRadians, int& nSign, int& nDegrees, int& nMinutes,
                           double& dSeconds, int nDecimals, int bWrap);
 
-/// Radians to GCCC parts; otherwise as Jw32Grad2GCCC().
+/// Radians to GCCC parts.
+/// @param dRadians radians
+/// @param[out] nSign, nGons, nMinutes, dSeconds the parts, as in Jw32Grad2GCCC()
+/// @param nDecimals decimals of the seconds that will be shown; negative for no carry
+/// @param bWrap non-zero folds the gons to 0 to 399
 JW32_API void Jw32Rad2GCCC(double dRadians, int& nSign, int& nGons, int& nMinutes, double& dSeconds,
                            int nDecimals, int bWrap);
 
@@ -128,7 +142,7 @@ JW32_API void Jw32GCCC2GCCC(double dPacked, int& nSign, int& nGons, int& nMinute
 /// @param nMinutes minutes, taken with their sign
 /// @param dSeconds seconds; below 0 they count as 0
 /// @param nDecimals decimals of the packed number to round to; negative for neither carry nor
-/// rounding
+///                  rounding
 /// @param bWrap non-zero folds the result into one circle; a few units of the last place below 360
 ///              count as 360 there
 /// @return packed DMS; -0.0 for a negative angle that comes to 0
@@ -152,10 +166,15 @@ JW32_API double Jw32GCCC2GCCC(int nSign, int nGons, int nMinutes, double dSecond
 /// first and decimals of the packed number in the second.
 /// @param dRadians radians
 /// @param nDecimals decimals of the packed number to round to; negative for neither carry nor
-/// rounding
+///                  rounding
 /// @param bWrap non-zero folds the result into one circle
 /// @return packed DMS
 JW32_API double Jw32Rad2DMS(double dRadians, int nDecimals, int bWrap);
 
 /// Radians to packed GCCC, by Jw32Grad2GCCC() and the packing Jw32GCCC2GCCC() in the same way.
+/// @param dRadians radians
+/// @param nDecimals decimals of the packed number to round to; negative for neither carry nor
+///                  rounding
+/// @param bWrap non-zero folds the result into one circle
+/// @return packed GCCC
 JW32_API double Jw32Rad2GCCC(double dRadians, int nDecimals, int bWrap);

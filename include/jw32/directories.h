@@ -6,7 +6,7 @@
 
 #include <windows.h>
 
-#include "export.h"
+#include "jw32/export.h"
 
 /// Finds a directory and leaves the search open.
 ///

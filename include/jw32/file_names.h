@@ -4,7 +4,7 @@
 /// the class of a character is that of its first byte, as PathGetCharType (`<shlwapi.h>`) tells it.
 #pragma once
 
-#include "export.h"
+#include "jw32/export.h"
 
 /// Tells whether every character of a name may stand in a long or a short file name, and at least
 /// one of them is not a blank. Wildcards and separators may not; reserved device names may.

@@ -5,7 +5,7 @@
 
 #include <windows.h>
 
-#include "export.h"
+#include "jw32/export.h"
 
 /// Reads from a file's current position.
 ///

@@ -29,7 +29,7 @@
 
 #include <windows.h>
 
-#include "export.h"
+#include "jw32/export.h"
 
 /// Sets the module in which the library looks for its string table and its other resources.
 ///

@@ -2,12 +2,12 @@
 /// The whole interface of the library.
 #pragma once
 
-#include "angle.h"
-#include "angles.h"
-#include "arithmetic.h"
-#include "directories.h"
-#include "file_names.h"
-#include "files.h"
-#include "frame.h"
-#include "paths.h"
-#include "system_version.h"
+#include "jw32/angle.h"
+#include "jw32/angles.h"
+#include "jw32/arithmetic.h"
+#include "jw32/directories.h"
+#include "jw32/file_names.h"
+#include "jw32/files.h"
+#include "jw32/frame.h"
+#include "jw32/paths.h"
+#include "jw32/system_version.h"

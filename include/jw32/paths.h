@@ -2,7 +2,7 @@
 /// Questions about a path that are answered without opening it. They give no reason for a no.
 #pragma once
 
-#include "export.h"
+#include "jw32/export.h"
 
 /// Tells whether the device behind a root answers, without a dialog about a missing medium.
 ///
@@ -10,7 +10,7 @@
 /// also when an exception leaves. Two calls at the same time on different threads can set back each
 /// other's mode.
 ///
-/// @param pszRoot the root, as "A:\" or "\\server\share\"; null: the root of the current directory
+/// @param pszRoot the root, as `A:\` or `\\server\share\`; null: the root of the current directory
 /// @return not 0 when the device is ready
 JW32_API int Jw32DeviceIsReady(const char* pszRoot);
 

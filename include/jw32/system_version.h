@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-#include "export.h"
+#include "jw32/export.h"
 
 /// The system as it described itself when the object was made.
 ///
@@ -46,21 +46,28 @@ class JW32_API CJw32SystemVersionInfo {
     /// @return the kind of system
     eOperatingSystem GetOperatingSystem() const;
 
-    /// @name One kind each
-    /// @return 1 if the system is of this kind, else 0
-    /// @{
+    /// @return 1 if the kind is eUnknownOS, else 0
     int IsUnknownOS() const;
+    /// @return 1 if the kind is eWin32S, else 0
     int IsWin32S() const;
+    /// @return 1 if the kind is eWin95, else 0
     int IsWin95() const;
+    /// @return 1 if the kind is eWin98, else 0
     int IsWin98() const;
+    /// @return 1 if the kind is eWinME, else 0
     int IsWinME() const;
+    /// @return 1 if the kind is eNT35, else 0
     int IsNT35() const;
+    /// @return 1 if the kind is eNT40, else 0
     int IsNT40() const;
+    /// @return 1 if the kind is eWin2000, else 0
     int IsWin2000() const;
+    /// @return 1 if the kind is eWinXP, else 0
     int IsWinXP() const;
+    /// @return 1 if the kind is eWinServer2003, else 0
     int IsWinServer2003() const;
+    /// @return 1 if the kind is eWinVista, else 0
     int IsWinVista() const;
-    /// @}
 
     /// Goes by the platform id, so that unknown systems of the family count.
     ///
