@@ -31,6 +31,19 @@ TEST(Crc, GoesOnOverPieces) {
     EXPECT_EQ(Jw32CrcString("456789", Jw32CrcString("123", 0)), 0xCBF43926U);
 }
 
+TEST(Crc, OfABlockIsThatOfItsBytesOneByOne) {
+    unsigned char block[999];
+    DWORD noise = 1;
+    for (auto& byte : block) byte = static_cast<unsigned char>((noise = noise * 69069 + 1) >> 24);
+    for (const int start : {0, 1, 3}) {
+        DWORD crc = 0;
+        for (int end = start; end < 999; ++end) {
+            ASSERT_EQ(Jw32CrcMemory(block + start, end - start, 0), crc) << start << " to " << end;
+            crc = Jw32CrcMemory(block + end, 1, crc);
+        }
+    }
+}
+
 TEST(Crc, OfNothingIsTheSeed) {
     for (const DWORD seed : {0U, 0x1234U}) {
         EXPECT_EQ(Jw32CrcMemory(nullptr, 0, seed), seed);
