@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <iterator>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -33,9 +34,14 @@ machine::Machine twoDrives(const fs::path& folder) {
     return machine;
 }
 
+std::ptrdiff_t openDescriptors() {
+    return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+}
+
 class TestMachine : public testing::Environment {
   public:
     void SetUp() override {
+        descriptors_ = openDescriptors();
         folder_ = makeTemporaryFolder();
         installed_.emplace(twoDrives(folder_));
         former_ = fs::current_path();
@@ -43,6 +49,7 @@ class TestMachine : public testing::Environment {
     }
     void TearDown() override {
         EXPECT_EQ(machine::inUse(), machine::InUse{}) << "the tests left something open";
+        EXPECT_EQ(openDescriptors(), descriptors_) << "the platform left descriptors open";
         installed_.reset();
         fs::current_path(former_);
         std::error_code ignored;
@@ -50,6 +57,7 @@ class TestMachine : public testing::Environment {
     }
 
   private:
+    std::ptrdiff_t descriptors_ = 0;
     fs::path folder_, former_;
     std::optional<machine::Installed> installed_;
 };
