@@ -14,4 +14,6 @@ if [ -z "$book" ]; then
     book=$root/build/demo/closed_traverse.txt
     cp "$root/examples/data/closed_traverse.txt" "$book"
 fi
+# A path that begins with a separator counts from the root of the current drive: Z:, the host's root.
+case $book in /*) cd / ;; esac
 exec "$root/build/host/bin/fieldbook" "$book"
