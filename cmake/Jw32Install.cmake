@@ -1,6 +1,10 @@
 # cmake --install: headers, libraries, the CMake package and the pkg-config file.
 include(CMakePackageConfigHelpers)
 
+# Installed, the library finds the platform's beside itself, wherever that is.
+if(NOT WIN32)
+    set_target_properties(jw32 PROPERTIES INSTALL_RPATH "$ORIGIN")
+endif()
 install(TARGETS jw32 jw32_platform EXPORT jw32Targets
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
@@ -30,5 +34,8 @@ else()
     set(pc_flags "-I\${includedir}/jw32/platform -fshort-wchar")
     set(pc_libs "-ljw32 -ljw32platform")
 endif()
+# The prefix counts from the file itself, as it is known at the installation only.
+file(RELATIVE_PATH pc_prefix ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+string(REGEX REPLACE "/$" "" pc_prefix "${pc_prefix}")
 configure_file(${CMAKE_CURRENT_LIST_DIR}/jw32.pc.in ${CMAKE_BINARY_DIR}/jw32.pc @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/jw32.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
