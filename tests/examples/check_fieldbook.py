@@ -53,10 +53,11 @@ class FieldBook(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory(dir=WORK)
         self.addCleanup(folder.cleanup)
-        self.folder = pathlib.Path(folder.name)
+        self.folder = pathlib.Path(folder.name) / "books"
+        self.folder.mkdir()
 
     def run_program(self, *arguments):
-        drive = {"JW32_DRIVE_C": str(WORK / "drive_c")}
+        drive = {"JW32_DRIVE_C": str(self.folder.parent / "drive_c")}
         return subprocess.run(PROGRAM + [str(a) for a in arguments], cwd=self.folder, text=True,
                               env=os.environ | drive, capture_output=True, timeout=120)
 
