@@ -9,5 +9,6 @@
 #include "jw32/file_names.h"
 #include "jw32/files.h"
 #include "jw32/frame.h"
+#include "jw32/free_space.h"
 #include "jw32/paths.h"
 #include "jw32/system_version.h"

@@ -74,3 +74,10 @@ WINBASEAPI UINT WINAPI GetDriveTypeA(LPCSTR root);
 WINBASEAPI BOOL WINAPI GetVolumeInformationW(LPCWSTR root, LPWSTR label, DWORD labelSize,
                                              LPDWORD serial, LPDWORD longestComponent,
                                              LPDWORD flags, LPWSTR fileSystem, DWORD systemSize);
+
+// Of any directory on the drive; null: of the current one.
+WINBASEAPI BOOL WINAPI GetDiskFreeSpaceExA(LPCSTR directory, PULARGE_INTEGER available,
+                                           PULARGE_INTEGER total, PULARGE_INTEGER free);
+WINBASEAPI BOOL WINAPI GetDiskFreeSpaceA(LPCSTR root, LPDWORD sectorsPerCluster,
+                                         LPDWORD bytesPerSector, LPDWORD freeClusters,
+                                         LPDWORD totalClusters);

@@ -27,6 +27,20 @@ inline constexpr WORD VER_SUITE_TERMINAL = 0x0010;
 inline constexpr WORD VER_SUITE_SINGLEUSERTS = 0x0100;
 inline constexpr BYTE VER_NT_WORKSTATION = 1;
 
+union _ULARGE_INTEGER {
+    __extension__ struct {
+        DWORD LowPart;
+        DWORD HighPart;
+    };
+    struct {
+        DWORD LowPart;
+        DWORD HighPart;
+    } u;
+    ULONGLONG QuadPart;
+};
+using ULARGE_INTEGER = _ULARGE_INTEGER;
+using PULARGE_INTEGER = _ULARGE_INTEGER*;
+
 struct OSVERSIONINFOA {
     DWORD dwOSVersionInfoSize;
     DWORD dwMajorVersion;

@@ -1,6 +1,7 @@
 // The table of the entry points that are looked up by name, module by module.
 #include "machine/entry_points.h"
 
+#include "fileapi.h"
 #include "machine/text.h"
 #include "sysinfoapi.h"
 
@@ -19,6 +20,7 @@ FARPROC address(Function* function) {
 }
 
 const EntryPoint entryPoints[] = {
+    {"kernel32.dll", "GetDiskFreeSpaceExA", address(GetDiskFreeSpaceExA)},
     {"kernel32.dll", "GetVersionExA", address(GetVersionExA)},
 };
 
