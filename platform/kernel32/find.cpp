@@ -101,13 +101,14 @@ HANDLE findOne(const machine::Path& path, WIN32_FIND_DATAW& record) {
     return makeHandle(std::make_unique<SearchObject>());
 }
 
-HANDLE findByPattern(const machine::Path& path, WIN32_FIND_DATAW& record) {
+HANDLE findByPattern(const machine::Path& path, const std::u16string& pattern,
+                     WIN32_FIND_DATAW& record) {
     const auto parent = machine::parentOf(path);
     const auto folder = machine::findOnHost(parent);
     if (!folder.exists() || !folder.isDirectory()) return refuse(ERROR_PATH_NOT_FOUND);
     auto search = std::make_unique<SearchObject>();
     search->folder = folder.path;
-    search->pattern = path.components.back();
+    search->pattern = pattern;
     search->inRoot = parent.isRoot();
     search->directory.reset(::opendir(folder.path.c_str()));
     if (search->directory == nullptr) return refuse(machine::codeOfHostError(errno));
@@ -138,8 +139,11 @@ HANDLE WINAPI FindFirstFileW(LPCWSTR name, LPWIN32_FIND_DATAW record) {
     if (const DWORD code = path.fileError()) return refuse(code);
     // A root, or a name with a separator behind it, asks for nothing inside the folder.
     if (path.isRoot() || path.trailingSeparator) return refuse(ERROR_FILE_NOT_FOUND);
-    return machine::hasWildcards(path.components.back()) ? findByPattern(path, *record)
-                                                         : findOne(path, *record);
+    auto pattern = path.components.back();
+    if (!machine::hasWildcards(pattern)) return findOne(path, *record);
+    // A dot at the end counts in patterns only.
+    if (machine::fromWide(name).ends_with(u'.')) pattern += u'.';
+    return findByPattern(path, pattern, *record);
 }
 
 BOOL WINAPI FindNextFileW(HANDLE search, LPWIN32_FIND_DATAW record) {

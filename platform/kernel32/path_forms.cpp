@@ -6,6 +6,7 @@
 #include "machine/ansi.h"
 #include "machine/host_errors.h"
 #include "machine/lookup.h"
+#include "machine/path_pieces.h"
 #include "machine/script.h"
 #include "machine/short_names.h"
 #include "winerror.h"
@@ -24,13 +25,23 @@ DWORD deliver(const Text& text, Character* buffer, DWORD size) {
     return length;
 }
 
+// Points at what stands behind the last backslash; null behind a device or when nothing does.
 template <class Character>
 void findLastPart(Character* buffer, DWORD length, Character** lastPart) {
-    if (lastPart == nullptr) return;
+    const bool device = length > 3 && buffer[1] == '\\' && buffer[2] == '.';
     Character* const end = buffer + length;
     Character* part = end;
     while (part > buffer && part[-1] != '\\') --part;
-    *lastPart = part == end ? nullptr : part;
+    *lastPart = device || part == end ? nullptr : part;
+}
+
+// A full path, or the code of there being none.
+template <class Text, class Character>
+DWORD deliverFull(const Text& text, Character* buffer, DWORD size, Character** lastPart) {
+    if (text.empty()) return failWith(ERROR_INVALID_NAME, DWORD{0});
+    const DWORD length = deliver(text, buffer, size);
+    if (length < size && lastPart != nullptr) findLastPart(buffer, length, lastPart);
+    return length;
 }
 
 std::u16string fullText(const machine::Path& path) {
@@ -59,23 +70,15 @@ DWORD WINAPI GetFullPathNameW(LPCWSTR name, DWORD size, LPWSTR buffer, LPWSTR* l
     if (const auto scripted = machine::call("GetFullPathNameW", name, size)) {
         return scripted.or_(DWORD{0});
     }
-    const auto path = machine::parsePath(name, machine::Wildcards::InLastComponent);
-    if (const DWORD code = path.fileError()) return failWith(code, DWORD{0});
-    const DWORD length = deliver(fullText(path), buffer, size);
-    if (length < size) findLastPart(buffer, length, lastPart);
-    return length;
+    return deliverFull(machine::fullPathOf(machine::fromWide(name)), buffer, size, lastPart);
 }
 
 DWORD WINAPI GetFullPathNameA(LPCSTR name, DWORD size, LPSTR buffer, LPSTR* lastPart) {
     if (const auto scripted = machine::call("GetFullPathNameA", name, size)) {
         return scripted.or_(DWORD{0});
     }
-    const auto path =
-        machine::parsePath(machine::WideArgument(name), machine::Wildcards::InLastComponent);
-    if (const DWORD code = path.fileError()) return failWith(code, DWORD{0});
-    const DWORD length = deliver(machine::toAnsi(fullText(path)), buffer, size);
-    if (length < size) findLastPart(buffer, length, lastPart);
-    return length;
+    const auto full = machine::fullPathOf(machine::fromWide(machine::WideArgument(name)));
+    return deliverFull(machine::toAnsi(full), buffer, size, lastPart);
 }
 
 DWORD WINAPI GetShortPathNameA(LPCSTR name, LPSTR buffer, DWORD size) {

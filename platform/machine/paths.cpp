@@ -4,10 +4,10 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <memory>
 
+#include "machine/path_pieces.h"
 #include "machine/text.h"
 #include "winerror.h"
 
@@ -15,68 +15,12 @@ namespace machine {
 
 namespace {
 
-using Components = std::vector<std::u16string>;
-
 constexpr std::size_t longestComponent = 255;
-
-bool isSeparator(char16_t character) {
-    return character == u'\\' || character == u'/';
-}
-
-bool isLetter(char16_t character) {
-    const char16_t upper = upperCase(character);
-    return upper >= u'A' && upper <= u'Z';
-}
 
 Path invalid(DWORD error) {
     Path path;
     path.error = error;
     return path;
-}
-
-std::u16string withoutTrailing(std::u16string name, std::u16string_view characters) {
-    const auto last = name.find_last_not_of(characters);
-    name.erase(last == std::u16string::npos ? 0 : last + 1);
-    return name;
-}
-
-// Adds a piece of a path to the components: "." stays where it is, ".." goes up but never above the
-// root, and dots and blanks at the end of a name do not count.
-void addComponents(Components& components, std::u16string_view text) {
-    while (!text.empty()) {
-        const auto end = std::find_if(text.begin(), text.end(), isSeparator);
-        std::u16string name(text.begin(), end);
-        text.remove_prefix(std::min(name.size() + 1, text.size()));
-        if (name == u"..") {
-            if (!components.empty()) components.pop_back();
-            continue;
-        }
-        const bool last = text.empty();
-        name = withoutTrailing(std::move(name), last ? u". " : u".");
-        if (!name.empty()) components.push_back(std::move(name));
-    }
-}
-
-// A path behind "\\?\" is taken as it stands.
-void addVerbatim(Components& components, std::u16string_view text) {
-    while (!text.empty()) {
-        const auto end = std::min(text.find(u'\\'), text.size());
-        if (end > 0) components.emplace_back(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-}
-
-bool isReservedName(const std::u16string& component) {
-    constexpr std::array names = {u"CON", u"PRN", u"AUX", u"NUL"};
-    const auto base = upperCase(withoutTrailing(component.substr(0, component.find(u'.')), u" "));
-    const bool numbered = base.size() == 4 && base[3] >= u'1' && base[3] <= u'9' &&
-                          (base.starts_with(u"COM") || base.starts_with(u"LPT"));
-    return numbered || std::find(names.begin(), names.end(), base) != names.end();
-}
-
-bool isNullDevice(const std::u16string& component) {
-    return upperCase(component.substr(0, component.find(u'.'))).starts_with(u"NUL") &&
-           isReservedName(component);
 }
 
 bool isValidComponent(const std::u16string& component, bool wildcards) {
@@ -97,7 +41,7 @@ Path checked(Path path, Wildcards wildcards) {
         path.kind = Path::Kind::NullDevice;
         return path;
     }
-    if (isReservedName(last)) return invalid(ERROR_FILE_NOT_FOUND);
+    if (!deviceOf(last).empty()) return invalid(ERROR_FILE_NOT_FOUND);
     for (const auto& component : path.components) {
         const bool mayBeWild = wildcards == Wildcards::InLastComponent && &component == &last;
         if (!isValidComponent(component, mayBeWild)) return invalid(ERROR_INVALID_NAME);
@@ -154,12 +98,8 @@ Path drivePath(std::u16string_view text, bool verbatim) {
     return path;
 }
 
-bool isDrive(std::u16string_view text) {
-    return text.size() > 1 && isLetter(text[0]) && text[1] == u':';
-}
-
 Path absolute(std::u16string_view text) {
-    if (isDrive(text)) return drivePath(text, false);
+    if (beginsWithDrive(text)) return drivePath(text, false);
     if (text.size() > 1 && isSeparator(text[0]) && isSeparator(text[1])) {
         return sharePath(text.substr(2), false);
     }
@@ -171,23 +111,28 @@ Path absolute(std::u16string_view text) {
 
 Path verbatim(std::u16string_view text) {
     if (text.starts_with(u"UNC\\")) return sharePath(text.substr(4), true);
-    if (!isDrive(text)) return invalid(ERROR_PATH_NOT_FOUND);
+    if (!beginsWithDrive(text)) return invalid(ERROR_PATH_NOT_FOUND);
     return drivePath(text, true);
 }
 
+// Behind "\\.\": a drive with its path, or a device.
 Path device(std::u16string_view name) {
+    if (beginsWithDrive(name) && name.size() > 2) return drivePath(name, false);
     Path path;
-    path.kind = isNullDevice(std::u16string(name)) ? Path::Kind::NullDevice : Path::Kind::Invalid;
+    path.kind = isNullDevice(name) ? Path::Kind::NullDevice : Path::Kind::Invalid;
     path.error = path.kind == Path::Kind::NullDevice ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
     return path;
 }
 
 }  // namespace
 
+std::u16string Path::rootText() const {
+    if (drive != nullptr) return fromUtf8(std::string{drive->letter, ':'});
+    return u"\\\\" + fromUtf8(share->server) + u"\\" + fromUtf8(share->name);
+}
+
 std::u16string Path::text() const {
-    auto result = drive != nullptr
-                      ? fromUtf8(std::string{drive->letter, ':'})
-                      : u"\\\\" + fromUtf8(share->server) + u"\\" + fromUtf8(share->name);
+    auto result = rootText();
     for (const auto& component : components) result += u"\\" + component;
     return components.empty() ? result + u"\\" : result;
 }
@@ -221,10 +166,12 @@ Path parsePath(const wchar_t* text, Wildcards wildcards) {
     const auto whole = fromWide(text);
     const std::u16string_view view = whole;
     if (view.empty()) return invalid(ERROR_PATH_NOT_FOUND);
-    if (view.starts_with(u"\\\\.\\")) return device(view.substr(4));
     const bool asItStands = view.starts_with(u"\\\\?\\");
-    auto path = asItStands ? verbatim(view.substr(4)) : absolute(view);
-    if (path.error != 0) return path;
+    const bool onDevice = view.starts_with(u"\\\\.\\");
+    auto path = asItStands ? verbatim(view.substr(4))
+                : onDevice ? device(view.substr(4))
+                           : absolute(view);
+    if (path.error != 0 || path.kind == Path::Kind::NullDevice) return path;
     path.trailingSeparator = isSeparator(view.back()) && !path.components.empty();
     path = checked(std::move(path), wildcards);
     const bool tooLong =

@@ -24,6 +24,8 @@ struct Path {
     // Why the path names no file; 0: it names one, existing or not.
     DWORD fileError() const;
     bool isRoot() const { return components.empty(); }
+    // "C:" or "\\server\share".
+    std::u16string rootText() const;
     // "C:\a\b" or "\\server\share\a\b".
     std::u16string text() const;
     // The folder on the host that the root stands for, without a last slash.

@@ -7,6 +7,16 @@ namespace machine {
 
 namespace {
 
+// Whether the pattern from there on fits nothing: "*", or "." in front of a "*".
+bool fitsNothing(std::u16string_view pattern) {
+    while (!pattern.empty()) {
+        const bool optionalDot = pattern.starts_with(u".*");
+        if (pattern[0] != u'*' && !optionalDot) return false;
+        pattern.remove_prefix(1);
+    }
+    return true;
+}
+
 // Goes back to the last "*" whenever the rest does not fit.
 bool fitsPlainly(std::u16string_view name, std::u16string_view pattern) {
     std::size_t n = 0, p = 0, starAt = std::u16string_view::npos, resumeAt = 0;
@@ -25,8 +35,7 @@ bool fitsPlainly(std::u16string_view name, std::u16string_view pattern) {
             return false;
         }
     }
-    while (p < pattern.size() && pattern[p] == u'*') ++p;
-    return p == pattern.size();
+    return fitsNothing(pattern.substr(p));
 }
 
 }  // namespace
@@ -36,7 +45,6 @@ bool hasWildcards(std::u16string_view pattern) {
 }
 
 bool fitsPattern(std::u16string_view name, std::u16string_view pattern) {
-    if (pattern == u"*.*" || pattern == u"*") return true;
     if (fitsPlainly(name, pattern)) return true;
     const bool noDotWanted = !pattern.empty() && pattern.back() == u'.';
     return noDotWanted && name.find(u'.') == std::u16string_view::npos &&

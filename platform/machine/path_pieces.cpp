@@ -1,0 +1,137 @@
+// The pieces of a path's text, and its full form.
+#include "machine/path_pieces.h"
+
+#include <algorithm>
+#include <array>
+
+#include "machine/paths.h"
+#include "machine/text.h"
+
+namespace machine {
+
+namespace {
+
+bool isLetter(char16_t character) {
+    const char16_t upper = upperCase(character);
+    return upper >= u'A' && upper <= u'Z';
+}
+
+std::u16string_view withoutTrailing(std::u16string_view name, std::u16string_view characters) {
+    const auto last = name.find_last_not_of(characters);
+    return name.substr(0, last == std::u16string_view::npos ? 0 : last + 1);
+}
+
+std::u16string joined(std::u16string root, const Components& components, bool trailingSeparator) {
+    for (const auto& component : components) {
+        if (!root.ends_with(u'\\')) root += u'\\';
+        root += component;
+    }
+    const bool bareDrive = root.size() == 2 && root[1] == u':';
+    if ((trailingSeparator || bareDrive) && !root.ends_with(u'\\')) root += u'\\';
+    return root;
+}
+
+// "\\server\share", whose two parts no ".." takes away, or what there is of it.
+std::u16string shareRoot(std::u16string_view& rest) {
+    std::u16string root = u"\\";
+    for (int part = 0; part < 2 && !rest.empty(); ++part) {
+        const auto end = std::find_if(rest.begin(), rest.end(), isSeparator);
+        const std::u16string name(rest.begin(), end);
+        root += u"\\" + name;
+        rest.remove_prefix(std::min(name.size() + 1, rest.size()));
+    }
+    return root;
+}
+
+// Takes the root off the text; relative paths begin with the current directory's components. Empty:
+// the current directory lies on no drive.
+std::u16string takeRoot(std::u16string_view& text, Components& components) {
+    if (text.starts_with(u"\\\\?\\") || text.starts_with(u"\\\\.\\")) {
+        auto root = std::u16string(text.substr(0, 4));
+        text.remove_prefix(4);
+        if (!beginsWithDrive(text)) return root;
+        root += text.substr(0, 2);
+        text.remove_prefix(2);
+        return root;
+    }
+    if (text.size() > 1 && isSeparator(text[0]) && isSeparator(text[1])) {
+        text.remove_prefix(2);
+        return shareRoot(text);
+    }
+    const auto here = currentDirectory();
+    const bool hasDrive = beginsWithDrive(text);
+    auto root = here.error == 0 ? here.rootText() : std::u16string();
+    if (root.empty() && !hasDrive) return root;
+    const bool onCurrent = !hasDrive || equalIgnoringCase(root, text.substr(0, 2));
+    if (hasDrive) {
+        root = text.substr(0, 2);
+        text.remove_prefix(2);
+    }
+    const bool rooted = !text.empty() && isSeparator(text[0]);
+    if (!rooted && onCurrent) components = here.components;
+    return root;
+}
+
+}  // namespace
+
+bool isSeparator(char16_t character) {
+    return character == u'\\' || character == u'/';
+}
+
+bool beginsWithDrive(std::u16string_view text) {
+    return text.size() > 1 && isLetter(text[0]) && text[1] == u':';
+}
+
+void addComponents(Components& components, std::u16string_view text) {
+    while (!text.empty()) {
+        const auto end = std::find_if(text.begin(), text.end(), isSeparator);
+        const std::u16string name(text.begin(), end);
+        text.remove_prefix(std::min(name.size() + 1, text.size()));
+        if (name == u"..") {
+            if (!components.empty()) components.pop_back();
+            continue;
+        }
+        const bool last = text.empty();
+        const auto kept = withoutTrailing(name, last ? u". " : u".");
+        if (!kept.empty()) components.emplace_back(kept);
+    }
+}
+
+void addVerbatim(Components& components, std::u16string_view text) {
+    while (!text.empty()) {
+        const auto end = std::min(text.find(u'\\'), text.size());
+        if (end > 0) components.emplace_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+}
+
+std::u16string deviceOf(std::u16string_view component) {
+    constexpr std::array names = {u"CON", u"PRN", u"AUX", u"NUL"};
+    const std::u16string base(
+        withoutTrailing(component.substr(0, component.find_first_of(u".:")), u" "));
+    const auto upper = upperCase(base);
+    const bool numbered = upper.size() == 4 && upper[3] >= u'1' && upper[3] <= u'9' &&
+                          (upper.starts_with(u"COM") || upper.starts_with(u"LPT"));
+    const bool device = numbered || std::find(names.begin(), names.end(), upper) != names.end();
+    return device ? base : std::u16string();
+}
+
+bool isNullDevice(std::u16string_view component) {
+    return upperCase(deviceOf(component)) == u"NUL";
+}
+
+std::u16string fullPathOf(std::u16string_view text) {
+    if (text.empty()) return {};
+    const bool trailingSeparator = isSeparator(text.back());
+    const bool verbatim = text.starts_with(u"\\\\?\\") || text.starts_with(u"\\\\.\\");
+    Components components;
+    const auto root = takeRoot(text, components);
+    if (root.empty()) return {};
+    addComponents(components, text);
+    const auto device = verbatim || components.empty() || root.starts_with(u"\\\\")
+                            ? std::u16string()
+                            : deviceOf(components.back());
+    return device.empty() ? joined(root, components, trailingSeparator) : u"\\\\.\\" + device;
+}
+
+}  // namespace machine

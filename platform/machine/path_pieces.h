@@ -1,0 +1,33 @@
+// The pieces of a path's text: separators, drives, components and the names of devices.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace machine {
+
+using Components = std::vector<std::u16string>;
+
+bool isSeparator(char16_t character);
+
+// "X:", whatever follows.
+bool beginsWithDrive(std::u16string_view text);
+
+// Adds a piece of a path to the components: "." stays where it is, ".." goes up but never above the
+// root, and dots and blanks at the end of a name do not count.
+void addComponents(Components& components, std::u16string_view text);
+
+// Adds a path that is taken as it stands, as behind "\\?\".
+void addVerbatim(Components& components, std::u16string_view text);
+
+// The device that a component stands for ("NUL" for "nul.txt"), as it is written; empty: none.
+std::u16string deviceOf(std::u16string_view component);
+
+bool isNullDevice(std::u16string_view component);
+
+// The full form of a path, made from its text and the current directory alone: drives and shares
+// need not exist, and names are not checked. Empty: the text is.
+std::u16string fullPathOf(std::u16string_view text);
+
+}  // namespace machine
