@@ -39,6 +39,9 @@ inline char* find(char* text, char wanted) {
 inline const char* find(const char* text, char wanted) {
     return chars(_mbschr(bytes(text), static_cast<unsigned char>(wanted)));
 }
+inline char* findLast(char* text, char wanted) {
+    return chars(_mbsrchr(bytes(text), static_cast<unsigned char>(wanted)));
+}
 inline const char* findLast(const char* text, char wanted) {
     return chars(_mbsrchr(bytes(text), static_cast<unsigned char>(wanted)));
 }

@@ -31,6 +31,16 @@ WINBASEAPI int sprintf_s(char* target, std::size_t size, const char* format, ...
 WINBASEAPI errno_t _fcvt_s(char* digits, std::size_t size, double value, int decimals, int* point,
                            int* sign);
 
+// The value of a variable in a block from malloc, for free, and its length with the terminator; null
+// and 0 where it is not set.
+WINBASEAPI errno_t _dupenv_s(char** value, std::size_t* length, const char* name);
+// "NAME=value"; without a value the variable is taken away. 0, or -1 on failure.
+WINBASEAPI int _putenv(const char* assignment);
+
+// The name of a file that does not exist, in a block from malloc, for free: in the directory of the
+// variable TMP where that exists, else in the given one. Null when no name can be had.
+WINBASEAPI char* _tempnam(const char* directory, const char* prefix);
+
 // Cuts a path into its parts; a part that is not wanted has a null pointer and the size 0.
 WINBASEAPI errno_t _splitpath_s(const char* path, char* drive, std::size_t driveSize,
                                 char* directory, std::size_t directorySize, char* name,

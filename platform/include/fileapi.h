@@ -67,6 +67,7 @@ WINBASEAPI BOOL WINAPI RemoveDirectoryW(LPCWSTR name);
 WINBASEAPI DWORD WINAPI GetFullPathNameW(LPCWSTR name, DWORD size, LPWSTR buffer, LPWSTR* lastPart);
 WINBASEAPI DWORD WINAPI GetFullPathNameA(LPCSTR name, DWORD size, LPSTR buffer, LPSTR* lastPart);
 WINBASEAPI DWORD WINAPI GetShortPathNameA(LPCSTR name, LPSTR buffer, DWORD size);
+WINBASEAPI DWORD WINAPI GetLongPathNameA(LPCSTR name, LPSTR buffer, DWORD size);
 WINBASEAPI DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR buffer);
 WINBASEAPI BOOL WINAPI SetCurrentDirectoryA(LPCSTR name);
 

@@ -14,3 +14,5 @@ WINBASEAPI HMODULE WINAPI LoadLibraryExA(LPCSTR name, HANDLE reserved, DWORD fla
 WINBASEAPI BOOL WINAPI FreeLibrary(HMODULE module);
 WINBASEAPI FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name);
 WINBASEAPI HMODULE WINAPI GetModuleHandleA(LPCSTR name);
+// Null stands for the program. A path that does not fit is cut, with ERROR_INSUFFICIENT_BUFFER.
+WINBASEAPI DWORD WINAPI GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size);

@@ -3,6 +3,7 @@
 #include "libloaderapi.h"
 #include "machine/modules.h"
 #include "machine/script.h"
+#include "machine/text.h"
 #include "winerror.h"
 
 namespace {
@@ -54,4 +55,20 @@ HMODULE WINAPI GetModuleHandleA(LPCSTR name) {
     const HMODULE module = name != nullptr ? machine::findModule(name) : nullptr;
     if (module == nullptr) SetLastError(ERROR_MOD_NOT_FOUND);
     return module;
+}
+
+DWORD WINAPI GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size) {
+    if (const auto scripted = machine::call("GetModuleFileNameA", module, size)) {
+        return scripted.or_(DWORD{0});
+    }
+    const auto file = machine::toAnsi(machine::moduleFile(module));
+    if (file.empty() || size == 0) {
+        SetLastError(file.empty() ? ERROR_MOD_NOT_FOUND : ERROR_INSUFFICIENT_BUFFER);
+        return 0;
+    }
+    const auto stored = file.copy(buffer, size - 1);
+    buffer[stored] = '\0';
+    if (stored == file.size()) return static_cast<DWORD>(stored);
+    SetLastError(ERROR_INSUFFICIENT_BUFFER);
+    return size;
 }

@@ -1,9 +1,9 @@
 // Full and short forms of paths, and the current directory.
-#include <algorithm>
 #include <string>
 
 #include "fileapi.h"
 #include "machine/ansi.h"
+#include "machine/deliver.h"
 #include "machine/host_errors.h"
 #include "machine/lookup.h"
 #include "machine/path_pieces.h"
@@ -13,17 +13,8 @@
 
 namespace {
 
+using machine::deliver;
 using machine::failWith;
-
-// The length without the terminator when the text fits, else the room that it needs with it.
-template <class Text, class Character>
-DWORD deliver(const Text& text, Character* buffer, DWORD size) {
-    const auto length = static_cast<DWORD>(text.size());
-    if (length >= size) return length + 1;
-    std::copy(text.begin(), text.end(), buffer);
-    buffer[length] = 0;
-    return length;
-}
 
 // Points at what stands behind the last backslash; null behind a device or when nothing does.
 template <class Character>

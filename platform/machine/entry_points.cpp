@@ -3,6 +3,7 @@
 
 #include "fileapi.h"
 #include "machine/text.h"
+#include "shlobj.h"
 #include "sysinfoapi.h"
 
 namespace machine {
@@ -21,7 +22,10 @@ FARPROC address(Function* function) {
 
 const EntryPoint entryPoints[] = {
     {"kernel32.dll", "GetDiskFreeSpaceExA", address(GetDiskFreeSpaceExA)},
+    {"kernel32.dll", "GetLongPathNameA", address(GetLongPathNameA)},
     {"kernel32.dll", "GetVersionExA", address(GetVersionExA)},
+    {"shell32.dll", "SHGetFolderPathA", address(SHGetFolderPathA)},
+    {"shfolder.dll", "SHGetFolderPathA", address(SHGetFolderPathA)},
 };
 
 bool sameModule(std::string_view left, std::string_view right) {

@@ -59,6 +59,8 @@ struct Machine {
     std::vector<Share> shares;
     Version version;
     std::uint32_t codePage = 65001;  // 65001 (UTF-8), 1252 or 932
+    // UTF-8, on a drive; the system directory is System32 below it.
+    std::string windowsDirectory = "C:\\Windows";
     std::vector<DataModule> dataModules;
 
     const Drive* drive(char letter) const;  // without regard to case; null: no such drive

@@ -1,7 +1,10 @@
 // The modules of the process, their references and what can be looked up in them.
 #include "machine/modules.h"
 
+#include <dlfcn.h>
+
 #include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -9,6 +12,7 @@
 #include "libloaderapi.h"
 #include "machine/entry_points.h"
 #include "machine/machine.h"
+#include "machine/paths.h"
 #include "machine/script.h"
 #include "machine/text.h"
 
@@ -68,6 +72,14 @@ std::string textOf(const std::vector<std::pair<std::uint32_t, std::string>>& tex
     const auto found = std::find_if(texts.begin(), texts.end(),
                                     [&](const auto& text) { return text.first == id; });
     return found == texts.end() ? std::string() : found->second;
+}
+
+// The host's file as a path of the interface; empty: it lies on no drive.
+std::u16string drivePath(const std::string& host) {
+    std::error_code error;
+    const auto file = std::filesystem::canonical(host, error);
+    const auto path = error ? Path{} : pathOfHost(file.string());
+    return path.kind == Path::Kind::File ? path.text() : std::u16string();
 }
 
 }  // namespace
@@ -133,6 +145,17 @@ std::uint64_t loadedModuleReferences() {
     std::uint64_t sum = 0;
     for (const auto& module : namedModules) sum += module->references;
     return sum;
+}
+
+std::u16string moduleFile(HMODULE handle) {
+    if (handle == nullptr) return drivePath("/proc/self/exe");
+    const std::lock_guard lock(mutex);
+    if (const auto* const module = named(handle)) {
+        return fromUtf8(current().windowsDirectory + "\\System32\\" + module->name);
+    }
+    Dl_info info{};
+    const bool isShared = shared(handle) != nullptr && ::dladdr(handle, &info) != 0;
+    return isShared ? drivePath(info.dli_fname) : std::u16string();
 }
 
 FARPROC entryPoint(HMODULE handle, const char* name) {

@@ -31,6 +31,10 @@ bool releaseModule(HMODULE module);  // false: not a module's handle
 void releaseAllModules();
 std::uint64_t loadedModuleReferences();
 
+// The path of a module's file, null standing for the program; empty: not a module's handle, or a
+// file that lies on no drive.
+std::u16string moduleFile(HMODULE module);
+
 // Lookups in one module; null or an empty result: not there.
 FARPROC entryPoint(HMODULE module, const char* name);
 std::string moduleString(HMODULE module, std::uint32_t id);

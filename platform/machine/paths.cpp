@@ -146,8 +146,7 @@ std::string Path::hostRoot() const {
     return folder == "/" ? std::string() : folder;
 }
 
-Path currentDirectory() {
-    const auto host = hostCurrentDirectory();
+Path pathOfHost(const std::string& host) {
     Path path;
     path.drive = driveOfHostPath(host);
     if (path.drive == nullptr) return invalid(ERROR_PATH_NOT_FOUND);
@@ -160,6 +159,10 @@ Path currentDirectory() {
         left.remove_prefix(std::min(end + 1, left.size()));
     }
     return path;
+}
+
+Path currentDirectory() {
+    return pathOfHost(hostCurrentDirectory());
 }
 
 Path parsePath(const wchar_t* text, Wildcards wildcards) {

@@ -39,6 +39,10 @@ enum class Wildcards { Refused, InLastComponent };
 // "\\?\" prefix are invalid.
 Path parsePath(const wchar_t* text, Wildcards wildcards = Wildcards::Refused);
 
+// A host path, absolute and without links, as a path of the interface: on the drive whose folder
+// holds it most closely.
+Path pathOfHost(const std::string& host);
+
 // The current directory as a path of the interface.
 Path currentDirectory();
 

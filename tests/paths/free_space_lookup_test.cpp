@@ -37,7 +37,7 @@ machine::Machine withDrives(std::initializer_list<std::uint64_t> capacities) {
     auto machine = machine::current();
     char letter = 'K';
     for (const auto capacity : capacities) {
-        const auto folder = machine.drives.back().folder + "-" + letter;
+        const auto folder = machine.drives.front().folder + "-" + letter;
         std::filesystem::create_directories(folder);
         machine.drives.push_back({.letter = letter++, .folder = folder, .capacity = capacity});
     }

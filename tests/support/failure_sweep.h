@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "machine/testing.h"
@@ -26,8 +27,8 @@ struct Swept {
     std::function<Act()> arrange;  // makes a fresh arrangement, and gives the operation on it
     // Calls whose failure the operation passes over: "FindClose", or "FindClose#2" for the second.
     std::vector<std::string> passedOver = {};
-    // Calls whose failure counts as a condition of the operation's own: it fails with a clear triple.
-    std::vector<std::string> toldByNoCode = {};
+    // Calls whose failure the operation tells by another code than theirs; 0: with a clear triple.
+    std::vector<std::pair<std::string, DWORD>> toldAs = {};
 };
 
 namespace sweeping {
@@ -61,20 +62,21 @@ inline std::vector<std::string> callsOf(const Swept& swept) {
     return result;
 }
 
+// The code by which the operation tells that the call failed; 0: by none.
+inline DWORD toldCode(const Swept& swept, const std::string& name) {
+    for (const auto& [call, told] : swept.toldAs) {
+        if (call == name) return told;
+    }
+    // The runtime's heap tells no code of its own.
+    return name == "_strdup" ? DWORD{ERROR_NOT_ENOUGH_MEMORY} : code;
+}
+
 inline void judge(const Swept& swept, const std::string& call, bool failed, const Triple& triple) {
     const auto name = call.substr(0, call.find('#'));
-    if (isOneOf(call, swept.passedOver) || isOneOf(name, swept.passedOver)) {
-        EXPECT_FALSE(failed);
-        EXPECT_TRUE(triple.isClear()) << triple;
-    } else if (isOneOf(name, swept.toldByNoCode)) {
-        EXPECT_TRUE(failed);
-        EXPECT_TRUE(triple.isClear()) << triple;
-    } else {
-        EXPECT_TRUE(failed);
-        // The runtime's heap tells no code of its own.
-        EXPECT_TRUE(triple.tells(name == "_strdup" ? DWORD{ERROR_NOT_ENOUGH_MEMORY} : code))
-            << triple;
-    }
+    const bool passedOver = isOneOf(call, swept.passedOver) || isOneOf(name, swept.passedOver);
+    EXPECT_EQ(failed, !passedOver);
+    const DWORD told = passedOver ? 0 : toldCode(swept, name);
+    EXPECT_TRUE(told == 0 ? triple.isClear() : triple.tells(told)) << triple;
 }
 
 inline void runFailing(const Swept& swept, unsigned n, const std::string& call) {

@@ -1,5 +1,6 @@
 // The machine of the test programs in the Linux build: drives C: and D: in a folder that goes away
-// at the end, when nothing may be open any more. The current directory is the root of C:.
+// at the end, when nothing may be open any more, and the host's root as Z:. The current directory is
+// the root of C:.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -22,7 +23,7 @@ fs::path makeTemporaryFolder() {
     return name;
 }
 
-machine::Machine twoDrives(const fs::path& folder) {
+machine::Machine testDrives(const fs::path& folder) {
     machine::Machine machine = machine::standard();
     machine.drives.clear();
     for (const char letter : {'C', 'D'}) {
@@ -30,6 +31,7 @@ machine::Machine twoDrives(const fs::path& folder) {
         fs::create_directories(drive);
         machine.drives.push_back({.letter = letter, .folder = drive.string()});
     }
+    machine.drives.push_back({.letter = 'Z', .folder = "/"});
     fs::create_directories(folder / "C/Windows/System32");
     return machine;
 }
@@ -43,7 +45,7 @@ class TestMachine : public testing::Environment {
     void SetUp() override {
         descriptors_ = openDescriptors();
         folder_ = makeTemporaryFolder();
-        installed_.emplace(twoDrives(folder_));
+        installed_.emplace(testDrives(folder_));
         former_ = fs::current_path();
         fs::current_path(folder_ / "C");
     }

@@ -1,0 +1,11 @@
+// Who runs the process.
+#pragma once
+
+#include <string>
+
+namespace machine {
+
+// UTF-8; the host's number where it has no name.
+std::string userName();
+
+}  // namespace machine

@@ -1,0 +1,31 @@
+// Reading and changing the environment.
+#include <cstring>
+#include <string>
+
+#include "crtsecure.h"
+#include "machine/environment.h"
+#include "machine/script.h"
+
+errno_t _dupenv_s(char** value, std::size_t* length, const char* name) {
+    if (const auto scripted = machine::call("_dupenv_s", name)) return scripted.or_(ENOMEM);
+    if (value == nullptr || name == nullptr) return EINVAL;
+    *value = nullptr;
+    if (length != nullptr) *length = 0;
+    const auto found = machine::environmentVariable(name);
+    if (!found) return 0;
+    *value = ::strdup(found->c_str());
+    if (*value == nullptr) return ENOMEM;
+    if (length != nullptr) *length = found->size() + 1;
+    return 0;
+}
+
+int _putenv(const char* assignment) {
+    if (const auto scripted = machine::call("_putenv", assignment)) return scripted.or_(-1);
+    const char* const sign = assignment == nullptr ? nullptr : std::strchr(assignment, '=');
+    if (sign == nullptr || sign == assignment) return -1;
+    const std::string name(assignment, sign);
+    const std::string value(sign + 1);
+    const bool set =
+        machine::setEnvironmentVariable(name, value.empty() ? std::nullopt : std::optional(value));
+    return set ? 0 : -1;
+}
