@@ -104,6 +104,15 @@ TEST(FolderPathCalls, LeaveTheBufferAloneWhereNoModuleHelps) {
         2, 2);
 }
 
+TEST(FolderPathCalls, OfAMissingFolderGiveSFalse) {
+    char path[MAX_PATH] = "text";
+    EXPECT_EQ(SHGetFolderPathA(nullptr, CSIDL_CDBURN_AREA, nullptr, 0, path), S_FALSE);
+    EXPECT_STREQ(path, "");
+    EXPECT_EQ(SHGetFolderPathA(nullptr, CSIDL_CDBURN_AREA | CSIDL_FLAG_CREATE, nullptr, 0, path),
+              S_OK);
+    EXPECT_EQ(SHGetFolderPathA(nullptr, CSIDL_CDBURN_AREA, nullptr, 0, path), S_OK);
+}
+
 TEST(FolderPathCalls, AskForTheDefaultPlaceSecond) {
     struct {
         std::uintptr_t first, second;  // what the platform answers; 99: it runs
