@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "contract/wine.h"
 #include "support/scratch_drives.h"
 #include "support/temporary_variables.h"
 
@@ -71,12 +72,10 @@ TEST_F(TemporaryContract, WhatDoesNotExistHasNoLongForm) {
     EXPECT_EQ(GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
     SetLastError(0);
     EXPECT_EQ(GetLongPathNameA(c("missing\\below").c_str(), form, MAX_PATH), 0u);
-    EXPECT_NE(GetLastError(), DWORD{ERROR_SUCCESS});
+    EXPECT_EQ(GetLastError(), onWine() ? DWORD{ERROR_FILE_NOT_FOUND} : DWORD{ERROR_PATH_NOT_FOUND});
     EXPECT_EQ(GetLongPathNameA("", form, MAX_PATH), 0u);
 }
 
-// Known differences: Wine takes three characters of the prefix at most and adds an extension, and it
-// has no name where TMP names a missing directory.
 TEST_F(TemporaryContract, ATemporaryNameLiesInTheDirectoryOfTmp) {
     kept_.set(c(), "");
     const Text inTmp(_tempnam(d().c_str(), "jwt"));
@@ -89,8 +88,23 @@ TEST_F(TemporaryContract, ATemporaryNameLiesInTheDirectoryOfTmp) {
     EXPECT_NE(given.string(), next.string());
     const Text bare(_tempnam(d().c_str(), nullptr));
     EXPECT_EQ(bare.string().rfind(d() + "\\", 0), 0u) << bare.string();
+}
+
+// Known difference: where TMP names a missing directory, Wine has no name, and the runtime of
+// Windows goes on with the directory that it is given.
+TEST_F(TemporaryContract, ATemporaryNameNeedsOneDirectoryThatExists) {
     kept_.set("Q:\\missing", "");
     EXPECT_TRUE(Text(_tempnam("Q:\\missing", "jwt")).isNull());
+    const Text given(_tempnam(d().c_str(), "jwt"));
+    EXPECT_EQ(given.isNull(), onWine());
+}
+
+// Known difference: Wine takes three characters of the prefix at most and adds an extension.
+TEST_F(TemporaryContract, ATemporaryNameIsThePrefixAndANumber) {
+    kept_.set(c(), "");
+    const Text name(_tempnam(nullptr, "prefix"));
+    EXPECT_EQ(name.string().rfind(c(onWine() ? "pre" : "prefix"), 0), 0u) << name.string();
+    EXPECT_EQ(name.string().find('.') != std::string::npos, onWine()) << name.string();
 }
 
 }  // namespace
