@@ -72,7 +72,8 @@ TEST_F(TemporaryContract, WhatDoesNotExistHasNoLongForm) {
     EXPECT_EQ(GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
     SetLastError(0);
     EXPECT_EQ(GetLongPathNameA(c("missing\\below").c_str(), form, MAX_PATH), 0u);
-    EXPECT_EQ(GetLastError(), onWine() ? DWORD{ERROR_FILE_NOT_FOUND} : DWORD{ERROR_PATH_NOT_FOUND});
+    const DWORD code = GetLastError();
+    EXPECT_EQ(code, onWine() ? DWORD{ERROR_FILE_NOT_FOUND} : DWORD{ERROR_PATH_NOT_FOUND});
     EXPECT_EQ(GetLongPathNameA("", form, MAX_PATH), 0u);
 }
 
