@@ -52,6 +52,7 @@ using LPHANDLE = HANDLE*;
 struct HINSTANCE__;
 using HINSTANCE = HINSTANCE__*;
 using HMODULE = HINSTANCE;
+using HGLOBAL = HANDLE;
 struct HWND__;
 using HWND = HWND__*;
 using FARPROC = INT_PTR (*)();

@@ -10,6 +10,7 @@
 #include "fileapi.h"
 #include "handleapi.h"
 #include "libloaderapi.h"
+#include "memoryapi.h"
 #include "processthreadsapi.h"
 #include "stringapiset.h"
 #include "synchapi.h"

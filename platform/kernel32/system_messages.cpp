@@ -74,6 +74,7 @@ constexpr SystemMessage messages[] = {
     {ERROR_NO_UNICODE_TRANSLATION, "A character has no counterpart in the code page.\r\n"},
     {ERROR_DLL_INIT_FAILED, "A module refused to start.\r\n"},
     {ERROR_IO_DEVICE, "The device reported an error.\r\n"},
+    {ERROR_MAPPED_ALIGNMENT, "The place is not a multiple of the allocation granularity.\r\n"},
     {ERROR_TOO_MANY_LINKS, "The file cannot have more links.\r\n"},
     {ERROR_NOT_FOUND, "The element was not found.\r\n"},
     {ERROR_CANCELLED, "The user cancelled the operation.\r\n"},

@@ -3,10 +3,12 @@
 
 #include <unistd.h>
 
+#include <atomic>
 #include <string>
 #include <utility>
 
 #include "machine/handles.h"
+#include "machine/sharing.h"
 
 namespace machine {
 
@@ -38,11 +40,15 @@ struct FileObject : KernelObject {
           canRead(mayRead),
           canWrite(mayWrite) {}
     ~FileObject() override {
+        if (isMapped) unshare(descriptor.get());
         if (!removedOnClose.empty()) ::unlink(removedOnClose.c_str());
     }
 
     const Descriptor descriptor;
     const bool canRead, canWrite;
+    // Whether mappings of the file use the same open of the host: they outlive the handle, and what
+    // the handle denies to others ends with it.
+    std::atomic<bool> isMapped{false};
     std::string removedOnClose;  // host path of a file that ends with its handle; else empty
 };
 

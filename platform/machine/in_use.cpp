@@ -1,4 +1,5 @@
 // What callers hold of the machine at the moment, and how tests take it back.
+#include "machine/address_space.h"
 #include "machine/handles.h"
 #include "machine/modules.h"
 #include "machine/testing.h"
@@ -6,12 +7,16 @@
 namespace machine {
 
 InUse inUse() {
-    return {handleCount(), loadedModuleReferences()};
+    return {handleCount(), loadedModuleReferences(), heapBlocks().count() + virtualBlocks().count(),
+            views().count()};
 }
 
 void reclaimAll() {
+    views().releaseAll();
     closeAllObjects();
     releaseAllModules();
+    heapBlocks().releaseAll();
+    virtualBlocks().releaseAll();
 }
 
 }  // namespace machine

@@ -61,11 +61,6 @@ bool place(int file, const Bytes& bytes) {
     });
 }
 
-void withdraw(int file) {
-    auto lock = lockOf(F_UNLCK, 0, ByteCount);
-    ::fcntl(file, F_OFD_SETLK, &lock);
-}
-
 bool isFree(int file, const Bytes& bytes) {
     return forEachRun(bytes, [&](int first, int count) {
         auto lock = lockOf(F_WRLCK, first, count);
@@ -104,9 +99,14 @@ bool share(int file, const Sharing& sharing) {
         if (attempt > 0) waitShortly();
         if (!place(file, mine)) return true;
         if (isFree(file, others)) return true;
-        withdraw(file);
+        unshare(file);
     }
     return false;
+}
+
+void unshare(int file) {
+    auto lock = lockOf(F_UNLCK, 0, ByteCount);
+    ::fcntl(file, F_OFD_SETLK, &lock);
 }
 
 bool couldShare(int file, const Sharing& sharing) {

@@ -23,6 +23,9 @@ Sharing sharingOf(DWORD access, DWORD share);
 // Places the locks. False: another handle stands against it; then none are left.
 bool share(int file, const Sharing& sharing);
 
+// Takes the locks of an open file away, from all descriptors of that open.
+void unshare(int file);
+
 // Whether the file could be opened with the sharing at this moment.
 bool couldShare(int file, const Sharing& sharing);
 

@@ -60,11 +60,13 @@ class PLATFORM_API Script {
 struct InUse {
     std::uint64_t handles;  // open handles of every kind
     std::uint64_t modules;  // references to loaded modules
+    std::uint64_t blocks;   // blocks of the global heap and of virtual memory
+    std::uint64_t views;    // views of mappings
     bool operator==(const InUse&) const = default;
 };
 PLATFORM_API InUse inUse();
 
-// Takes back all handles and module references: those whose release a script made fail.
+// Takes back all that is in use: what a script made fail to be released.
 PLATFORM_API void reclaimAll();
 
 }  // namespace machine

@@ -1,0 +1,192 @@
+// Named blocks of shared memory as locked files.
+#include "machine/named_blocks.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstdio>
+
+#include "machine/host_errors.h"
+#include "machine/text.h"
+#include "winerror.h"
+
+namespace machine {
+
+namespace {
+
+constexpr mode_t ownFolder = 0700, ownFile = 0600;
+constexpr off_t lockedByte = off_t{1} << 61;  // far behind the end of any block
+constexpr std::size_t longestPlainName = 200;
+constexpr std::size_t longestName = 259;  // characters
+
+std::string folderPath() {
+    return "/dev/shm/jw32-" + std::to_string(::geteuid());
+}
+
+// Holds the folder's lock. Empty, with errno set: the folder cannot be had, or is somebody else's.
+Descriptor lockFolder() {
+    const auto path = folderPath();
+    if (::mkdir(path.c_str(), ownFolder) != 0 && errno != EEXIST) return Descriptor();
+    Descriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    struct stat status {};
+    if (!folder || ::fstat(folder.get(), &status) != 0) return Descriptor();
+    if (status.st_uid != ::geteuid() || (status.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
+        errno = EACCES;
+        return Descriptor();
+    }
+    while (::flock(folder.get(), LOCK_EX) != 0) {
+        if (errno != EINTR) return Descriptor();
+    }
+    return folder;
+}
+
+bool setLock(int file, short type) {
+    struct flock lock {};
+    lock.l_type = type;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = lockedByte;
+    lock.l_len = 1;
+    return ::fcntl(file, F_OFD_SETLK, &lock) == 0;
+}
+
+// Only asks: a descriptor's own lock does not count.
+bool isLockedByOthers(int file) {
+    struct flock lock {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = lockedByte;
+    lock.l_len = 1;
+    return ::fcntl(file, F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+}
+
+// FNV-1a with 64 bits, from one of two offsets, so that both together have 128 bits.
+std::uint64_t hash(std::string_view text, std::uint64_t value) {
+    constexpr std::uint64_t prime = 0x100000001B3;
+    for (const char character : text) {
+        value = (value ^ static_cast<unsigned char>(character)) * prime;
+    }
+    return value;
+}
+
+std::string hashedName(std::string_view text) {
+    char name[40];
+    std::snprintf(name, sizeof name, "%%%016llx%016llx",
+                  static_cast<unsigned long long>(hash(text, 0xCBF29CE484222325)),
+                  static_cast<unsigned long long>(hash(text, 0x9E3779B97F4A7C15)));
+    return name;
+}
+
+// The name as one of a file: what a file name cannot hold stands as "%" with two digits, and a name
+// too long for that as its hash.
+std::string fileNameOf(std::string_view text) {
+    std::string name;
+    for (const char character : text) {
+        const bool special =
+            character == '/' || character == '%' || (character == '.' && name.empty());
+        if (!special) {
+            name += character;
+            continue;
+        }
+        char digits[4];
+        std::snprintf(digits, sizeof digits, "%%%02X", static_cast<unsigned>(character));
+        name += digits;
+    }
+    return name.size() <= longestPlainName ? name : hashedName(text);
+}
+
+bool takePrefix(std::u16string_view& name, std::u16string_view prefix) {
+    if (!name.starts_with(prefix)) return false;
+    name.remove_prefix(prefix.size());
+    return true;
+}
+
+// Names of the session, with or without "Local\", and those of the whole system, with "Global\",
+// are kept apart. The result's path is empty when the name is refused.
+NamedBlock place(std::u16string_view name) {
+    if (name.size() > longestName) return {.error = ERROR_FILENAME_EXCED_RANGE};
+    const bool global = takePrefix(name, u"Global\\");
+    if (!global) takePrefix(name, u"Local\\");
+    if (name.empty()) return {.error = ERROR_INVALID_NAME};
+    if (name.find(u'\\') != std::u16string_view::npos) return {.error = ERROR_PATH_NOT_FOUND};
+    const auto file = (global ? "g-" : "l-") + fileNameOf(toUtf8(name));
+    return {.path = folderPath() + "/" + file};
+}
+
+// Under the folder's lock: joins the block at the place, and clears away what no process holds.
+void join(NamedBlock& block) {
+    Descriptor file(::open(block.path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW));
+    struct stat status {};
+    if (!file || ::fstat(file.get(), &status) != 0) {
+        block.error = codeOfHostError(errno);
+        return;
+    }
+    if (!isLockedByOthers(file.get())) {
+        ::unlink(block.path.c_str());
+        block.error = ERROR_FILE_NOT_FOUND;
+        return;
+    }
+    setLock(file.get(), F_RDLCK);
+    block.size = static_cast<std::uint64_t>(status.st_size);
+    block.file = std::move(file);
+}
+
+// Under the folder's lock: makes the block. Its memory is set aside at once, so that no access to
+// it can fail later.
+void make(NamedBlock& block, std::uint64_t size) {
+    Descriptor file(::open(block.path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ownFile));
+    if (!file) {
+        block.error = codeOfHostError(errno);
+        return;
+    }
+    const int result = ::posix_fallocate(file.get(), 0, static_cast<off_t>(size));
+    if (result != 0 || !setLock(file.get(), F_RDLCK)) {
+        ::unlink(block.path.c_str());
+        block.error = ERROR_COMMITMENT_LIMIT;
+        return;
+    }
+    block.size = size;
+    block.file = std::move(file);
+}
+
+}  // namespace
+
+NamedBlock openBlock(std::u16string_view name) {
+    auto block = place(name);
+    if (block.error != 0) return block;
+    const Descriptor folder = lockFolder();
+    if (folder) {
+        join(block);
+    } else {
+        block.error = codeOfHostError(errno);
+    }
+    return block;
+}
+
+NamedBlock createBlock(std::u16string_view name, std::uint64_t size) {
+    auto block = place(name);
+    if (block.error != 0) return block;
+    const Descriptor folder = lockFolder();
+    if (!folder) {
+        block.error = codeOfHostError(errno);
+        return block;
+    }
+    join(block);
+    if (block.error == ERROR_FILE_NOT_FOUND) {
+        block.error = 0;
+        make(block, size);
+    } else if (block.error == 0) {
+        block.error = ERROR_ALREADY_EXISTS;
+    }
+    return block;
+}
+
+NamedMappingObject::~NamedMappingObject() {
+    const Descriptor folder = lockFolder();
+    if (folder && !isLockedByOthers(descriptor.get())) ::unlink(path.c_str());
+    // The lock of this handle ends before the folder's does, and not only with the descriptor.
+    setLock(descriptor.get(), F_UNLCK);
+}
+
+}  // namespace machine
