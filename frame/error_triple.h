@@ -25,8 +25,17 @@ class ErrorTriple {
         return failure;
     }
 
+    /// Reports a code of the library's own, with a text from the string table of the module that the
+    /// resource handle names.
+    template <class Result>
+    Result failWithString(Result failure, DWORD code, UINT stringId) const {
+        reportString(code, stringId);
+        return failure;
+    }
+
   private:
     void report(DWORD code) const;
+    void reportString(DWORD code, UINT stringId) const;
     bool wantsText() const { return pszError_ != nullptr && dwErrorSize_ != 0; }
 
     DWORD* pdwError_;

@@ -34,6 +34,12 @@ struct FileKind {
     static void release(Value file) { CloseHandle(file); }
 };
 
+struct MappingKind {
+    using Value = HANDLE;
+    static Value none() { return nullptr; }
+    static void release(Value mapping) { CloseHandle(mapping); }
+};
+
 struct FindKind {
     using Value = HANDLE;
     static Value none() { return INVALID_HANDLE_VALUE; }
@@ -53,6 +59,7 @@ struct TextKind {
 };
 
 using UniqueHandle = Owner<FileKind>;
+using UniqueMapping = Owner<MappingKind>;
 using UniqueFind = Owner<FindKind>;
 using UniqueModule = Owner<ModuleKind>;
 using UniqueText = Owner<TextKind>;  ///< a text from malloc or _strdup
