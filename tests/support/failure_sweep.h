@@ -82,7 +82,8 @@ inline void judge(const Swept& swept, const std::string& call, bool failed, cons
 inline void runFailing(const Swept& swept, unsigned n, const std::string& call) {
     const auto name = call.substr(0, call.find('#'));
     const bool converts = isOneOf(name, {"MultiByteToWideChar", "WideCharToMultiByte"});
-    const bool releases = isOneOf(name, {"CloseHandle", "FindClose", "FreeLibrary"});
+    const bool releases =
+        isOneOf(name, {"CloseHandle", "FindClose", "FreeLibrary", "UnmapViewOfFile"});
     const auto act = swept.arrange();
     const auto before = machine::inUse();
     Triple triple;

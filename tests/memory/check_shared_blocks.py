@@ -1,0 +1,107 @@
+#!/usr/bin/env python3
+"""Shares named blocks between processes: check_shared_blocks.py [EMULATOR] PEER
+
+PEER is the program that obeys the commands of block_peer.cpp.
+"""
+import os
+import subprocess
+import sys
+import time
+import unittest
+
+PEER = sys.argv[1:]
+ROUNDS = 300
+
+
+class Peer:
+    """A process that holds at most one block."""
+
+    def __init__(self, test):
+        self.process = subprocess.Popen(PEER, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+        test.addCleanup(self.end)
+
+    def send(self, *words):
+        self.process.stdin.write(" ".join(map(str, words)) + "\n")
+        self.process.stdin.flush()
+
+    def answer(self):
+        return self.process.stdout.readline().rstrip("\n")
+
+    def ask(self, *words):
+        self.send(*words)
+        return self.answer()
+
+    def kill(self):
+        self.process.kill()
+        self.process.wait(timeout=30)
+
+    def end(self):
+        self.process.stdin.close()
+        self.process.wait(timeout=30)
+        self.process.stdout.close()
+
+
+class SharedBlocks(unittest.TestCase):
+    def setUp(self):
+        self.name = f"jw32-test-{os.getpid()}"
+        self.one, self.other = Peer(self), Peer(self)
+
+    def wait_until_gone(self):
+        """Some platforms take a moment to notice the end of a process."""
+        for _ in range(100):
+            if self.other.ask("exist", self.name) == "no":
+                return True
+            time.sleep(0.05)
+        return False
+
+    def test_what_one_writes_the_other_reads(self):
+        self.assertEqual(self.one.ask("create", self.name, 100000), "done")
+        self.assertEqual(self.other.ask("create", self.name, 100000), "no", "the name is taken")
+        self.assertEqual(self.other.ask("open", self.name), "done")
+        self.one.ask("write", 99990, "hello")
+        self.assertEqual(self.other.ask("read", 99990, 5), "hello")
+        self.other.ask("write", 0, "answer")
+        self.assertEqual(self.one.ask("read", 0, 6), "answer")
+
+    def test_a_block_outlives_its_maker_and_ends_with_its_last_holder(self):
+        self.one.ask("create", self.name, 100)
+        self.other.ask("open", self.name)
+        self.one.ask("write", 0, "kept")
+        self.one.ask("close")
+        self.assertEqual(self.one.ask("exist", self.name), "done")
+        self.assertEqual(self.other.ask("read", 0, 4), "kept")
+        self.other.ask("close")
+        self.assertEqual(self.one.ask("exist", self.name), "no")
+
+    def test_a_killed_holder_holds_nothing_any_more(self):
+        self.one.ask("create", self.name, 100)
+        self.assertEqual(self.other.ask("exist", self.name), "done")
+        self.one.kill()
+        self.assertTrue(self.wait_until_gone(), "the block outlived its only holder")
+        self.assertEqual(self.other.ask("create", self.name, 50), "done", "the name is free")
+        self.assertEqual(self.other.ask("read", 0, 2), "\0\0", "nothing is left in it")
+
+    def test_a_killed_maker_leaves_the_block_to_those_who_opened_it(self):
+        self.one.ask("create", self.name, 100)
+        self.one.ask("write", 0, "kept")
+        self.other.ask("open", self.name)
+        self.one.kill()
+        self.assertEqual(self.other.ask("read", 0, 4), "kept")
+        third = Peer(self)
+        self.assertEqual(third.ask("open", self.name), "done")
+        self.assertEqual(third.ask("read", 0, 4), "kept")
+
+    def test_nobody_sees_a_block_half_made(self):
+        peers = [self.one, self.other, Peer(self)]
+        for peer in peers:
+            peer.send("race", self.name, 20000, ROUNDS)
+        counts = [[int(count) for count in peer.answer().split()] for peer in peers]
+        made, joined, broken = (sum(column) for column in zip(*counts))
+        self.assertEqual(broken, 0, counts)
+        self.assertGreater(made, 0, counts)
+        self.assertGreater(joined, 0, f"the processes never met: {counts}")
+        self.assertEqual(self.one.ask("exist", self.name), "no")
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1], verbosity=2)
