@@ -24,7 +24,7 @@ int refuse(DWORD code) {
 template <class Source, class Target>
 bool argumentsAreValid(const Source* source, int sourceLength, const Target* target, int targetSize,
                        UINT codePage) {
-    return source != nullptr && sourceLength != 0 && sourceLength >= -1 && targetSize >= 0 &&
+    return source != nullptr && sourceLength != 0 && targetSize >= 0 &&
            (targetSize == 0 || target != nullptr) && machine::isCodePage(codePage);
 }
 
@@ -72,7 +72,7 @@ int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR source, int so
         return refuse(ERROR_INVALID_PARAMETER);
     }
     const auto length =
-        sourceLength == -1 ? lengthWithTerminator(source) : static_cast<std::size_t>(sourceLength);
+        sourceLength < 0 ? lengthWithTerminator(source) : static_cast<std::size_t>(sourceLength);
     if (isAscii(source, length)) return deliver(source, length, target, targetSize);
     const auto text = machine::decode(page, {source, length});
     return deliver(text.data(), text.size(), target, targetSize);
@@ -87,12 +87,18 @@ int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR source, int s
         return scripted.or_(0);
     }
     const UINT page = resolved(codePage);
-    if (!argumentsAreValid(source, sourceLength, target, targetSize, page)) {
+    // UTF-8 has every character, and a call that asks for substitutes is a mistake.
+    const bool asksForSubstitute = defaultCharacter != nullptr || usedDefault != nullptr;
+    if (!argumentsAreValid(source, sourceLength, target, targetSize, page) ||
+        (page == CP_UTF8 && asksForSubstitute)) {
         return refuse(ERROR_INVALID_PARAMETER);
     }
     const auto length =
-        sourceLength == -1 ? lengthWithTerminator(source) : static_cast<std::size_t>(sourceLength);
+        sourceLength < 0 ? lengthWithTerminator(source) : static_cast<std::size_t>(sourceLength);
+    if (usedDefault != nullptr) *usedDefault = FALSE;
     if (isAscii(source, length)) return deliver(source, length, target, targetSize);
-    const auto text = machine::encode(page, std::u16string(source, source + length));
-    return deliver(text.data(), text.size(), target, targetSize);
+    const auto encoded = machine::encode(page, std::u16string(source, source + length),
+                                         defaultCharacter == nullptr ? "?" : defaultCharacter);
+    if (usedDefault != nullptr) *usedDefault = encoded.replaced ? TRUE : FALSE;
+    return deliver(encoded.text.data(), encoded.text.size(), target, targetSize);
 }

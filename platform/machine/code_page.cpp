@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
+#include <utility>
 
 #include "machine/machine.h"
 #include "machine/text.h"
@@ -28,13 +28,14 @@ char16_t decode1252(std::uint8_t byte) {
     return byte >= 0x80 && byte < 0xA0 ? upperControls1252[byte - 0x80U] : char16_t{byte};
 }
 
-char encode1252(char16_t character) {
+// Empty: the code page lacks the character.
+std::string encode1252(char16_t character) {
     const auto found = std::find(upperControls1252.begin(), upperControls1252.end(), character);
     if (found != upperControls1252.end()) {
-        return static_cast<char>(0x80 + (found - upperControls1252.begin()));
+        return {static_cast<char>(0x80 + (found - upperControls1252.begin()))};
     }
     const bool same = character < 0x80 || (character >= 0xA0 && character <= 0xFF);
-    return same ? static_cast<char>(character) : '?';
+    return same ? std::string{static_cast<char>(character)} : std::string();
 }
 
 // One conversion of the host's, for one character at a time. Code page 932 carries no state from
@@ -64,21 +65,44 @@ class HostConversion {
     iconv_t handle_;
 };
 
+// Code page 932: single bytes that stand for no character of the host's, and their counterparts.
+constexpr std::array<std::pair<std::uint8_t, char16_t>, 5> singleBytes932 = {
+    {{0x80, 0x0080}, {0xA0, 0xF8F0}, {0xFD, 0xF8F1}, {0xFE, 0xF8F2}, {0xFF, 0xF8F3}}};
+constexpr char16_t replacement932 = 0x30FB;
+
 char16_t decode932(std::string_view character) {
+    for (const auto& [byte, unit] : singleBytes932) {
+        if (character.size() == 1 && static_cast<std::uint8_t>(character[0]) == byte) return unit;
+    }
     static thread_local HostConversion conversion("UTF-16LE", "CP932");
     std::array<char, 4> out{};
-    if (conversion.convert(character, out.data(), out.size()) != 2) return replacement;
+    if (conversion.convert(character, out.data(), out.size()) != 2) return replacement932;
     const auto low = static_cast<std::uint8_t>(out[0]), high = static_cast<std::uint8_t>(out[1]);
     return static_cast<char16_t>(low | (high << 8));
 }
 
+// Empty: the code page lacks the character.
 std::string encode932(char16_t character) {
+    for (const auto& [byte, unit] : singleBytes932) {
+        if (character == unit) return {static_cast<char>(byte)};
+    }
     static thread_local HostConversion conversion("CP932", "UTF-16LE");
     const std::array<char, 2> in = {static_cast<char>(character & 0xFF),
                                     static_cast<char>(character >> 8)};
     std::array<char, 4> out{};
     const auto length = conversion.convert({in.data(), in.size()}, out.data(), out.size());
-    return length == 0 ? "?" : std::string(out.data(), length);
+    return {out.data(), length};
+}
+
+// How many bytes of a text that begins with no valid character one replacement stands for: those
+// that could begin one.
+std::size_t invalidUtf8Length(std::string_view text) {
+    const auto couldBegin = [&](std::size_t length) {
+        return firstUtf8Character(std::string(text.substr(0, length)) + "\x80\x80").length > 0;
+    };
+    std::size_t length = 1;
+    while (length < text.size() && couldBegin(length + 1)) ++length;
+    return length;
 }
 
 std::u16string decodeUtf8(std::string_view text) {
@@ -86,12 +110,11 @@ std::u16string decodeUtf8(std::string_view text) {
     result.reserve(text.size());
     while (!text.empty()) {
         const auto character = firstUtf8Character(text);
-        if (character.length == 0) {
-            result.push_back(replacement);
-        } else {
-            result += fromUtf8(text.substr(0, character.length));
-        }
-        text.remove_prefix(std::max<std::size_t>(character.length, 1));
+        const bool valid = character.length > 0;
+        const auto length = valid ? character.length : invalidUtf8Length(text);
+        if (valid) result += fromUtf8(text.substr(0, length));
+        if (!valid) result.push_back(replacement);
+        text.remove_prefix(length);
     }
     return result;
 }
@@ -131,7 +154,8 @@ std::size_t firstCharacterLength(std::uint32_t codePage, std::string_view text) 
     if (codePage == utf8CodePage) {
         return std::max<std::size_t>(firstUtf8Character(text).length, 1);
     }
-    return text.size() > 1 && isLeadByte(codePage, static_cast<std::uint8_t>(text[0])) ? 2 : 1;
+    const bool hasTrail = text.size() > 1 && text[1] != '\0';
+    return hasTrail && isLeadByte(codePage, static_cast<std::uint8_t>(text[0])) ? 2 : 1;
 }
 
 std::u16string decode(std::uint32_t codePage, std::string_view text) {
@@ -147,15 +171,13 @@ std::u16string decode(std::uint32_t codePage, std::string_view text) {
     return result;
 }
 
-std::string encode(std::uint32_t codePage, std::u16string_view text) {
-    if (codePage == utf8CodePage) return encodeUtf8(text);
-    std::string result;
+Encoded encode(std::uint32_t codePage, std::u16string_view text, std::string_view substitute) {
+    if (codePage == utf8CodePage) return {encodeUtf8(text), false};
+    Encoded result;
     for (const char16_t unit : text) {
-        if (codePage == 1252 || unit < 0x80) {
-            result.push_back(encode1252(unit));
-        } else {
-            result += encode932(unit);
-        }
+        const auto bytes = codePage == 1252 || unit < 0x80 ? encode1252(unit) : encode932(unit);
+        result.replaced = result.replaced || bytes.empty();
+        result.text += bytes.empty() ? substitute : bytes;
     }
     return result;
 }
@@ -165,7 +187,7 @@ std::u16string fromAnsi(std::string_view text) {
 }
 
 std::string toAnsi(std::u16string_view text) {
-    return encode(current().codePage, text);
+    return encode(current().codePage, text).text;
 }
 
 }  // namespace machine

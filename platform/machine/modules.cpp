@@ -31,6 +31,9 @@ std::recursive_mutex mutex;  // recursive: a module's entry may look modules up
 std::vector<SharedModule> sharedModules;
 std::vector<std::unique_ptr<NamedModule>> namedModules;
 
+// Every process has this module, whoever asks for it or lets it go.
+constexpr std::string_view alwaysLoaded = "kernel32.dll";
+
 bool sameName(std::string_view left, std::string_view right) {
     return equalIgnoringCase(fromUtf8(left), fromUtf8(right));
 }
@@ -58,6 +61,25 @@ NamedModule* named(HMODULE handle) {
         if (handleOf(*module) == handle) return module.get();
     }
     return nullptr;
+}
+
+NamedModule* named(std::string_view name, bool asData) {
+    for (const auto& module : namedModules) {
+        if (sameName(module->name, name) && module->asData == asData) return module.get();
+    }
+    return nullptr;
+}
+
+NamedModule& addNamed(const std::string& name, bool asData) {
+    namedModules.push_back(std::make_unique<NamedModule>(NamedModule{name, asData, 0}));
+    return *namedModules.back();
+}
+
+void unloadUnused() {
+    std::erase_if(namedModules, [](const auto& module) {
+        const bool stays = !module->asData && sameName(module->name, alwaysLoaded);
+        return module->references == 0 && !stays;
+    });
 }
 
 const SharedModule* shared(HMODULE handle) {
@@ -107,37 +129,33 @@ HMODULE loadModule(std::string_view name, bool asData) {
     const auto full = withExtension(name);
     if (!isSystemModule(full) && dataModule(full) == nullptr) return nullptr;
     const std::lock_guard lock(mutex);
-    for (const auto& module : namedModules) {
-        if (!sameName(module->name, full) || module->asData != asData) continue;
-        ++module->references;
-        return handleOf(*module);
-    }
-    namedModules.push_back(std::make_unique<NamedModule>(NamedModule{full, asData, 1}));
-    return handleOf(*namedModules.back());
+    auto* module = named(full, asData);
+    if (module == nullptr) module = &addNamed(full, asData);
+    ++module->references;
+    return handleOf(*module);
 }
 
 HMODULE findModule(std::string_view name) {
     const auto full = withExtension(name);
     const std::lock_guard lock(mutex);
-    for (const auto& module : namedModules) {
-        if (sameName(module->name, full) && !module->asData) return handleOf(*module);
-    }
-    return nullptr;
+    auto* module = named(full, false);
+    if (module == nullptr && sameName(full, alwaysLoaded)) module = &addNamed(full, false);
+    return module == nullptr ? nullptr : handleOf(*module);
 }
 
 bool releaseModule(HMODULE handle) {
     const std::lock_guard lock(mutex);
     auto* const module = named(handle);
     if (module == nullptr) return false;
-    if (--module->references == 0) {
-        std::erase_if(namedModules, [&](const auto& other) { return other.get() == module; });
-    }
+    if (module->references > 0) --module->references;
+    unloadUnused();
     return true;
 }
 
 void releaseAllModules() {
     const std::lock_guard lock(mutex);
-    namedModules.clear();
+    for (const auto& module : namedModules) module->references = 0;
+    unloadUnused();
 }
 
 std::uint64_t loadedModuleReferences() {
