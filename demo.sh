@@ -6,7 +6,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 
 "$root/scripts/setup.sh" host
 [ -e "$root/build/host/build.ninja" ] || (cd "$root" && cmake --preset host >/dev/null)
-cmake --build "$root/build/host" --target fieldbook
+cmake --build "$root/build/host" --target fieldbook blackboard
 
 book=${1:-}
 if [ -z "$book" ]; then
