@@ -16,22 +16,21 @@ namespace {
 using machine::deliver;
 using machine::failWith;
 
-// Points at what stands behind the last backslash; null behind a device or when nothing does.
-template <class Character>
-void findLastPart(Character* buffer, DWORD length, Character** lastPart) {
-    const bool device = length > 3 && buffer[1] == '\\' && buffer[2] == '.';
-    Character* const end = buffer + length;
-    Character* part = end;
-    while (part > buffer && part[-1] != '\\') --part;
-    *lastPart = device || part == end ? nullptr : part;
+// What stands behind the last backslash; nothing behind that of a device.
+std::u16string_view lastPartOf(std::u16string_view full) {
+    const auto last = full.rfind(u'\\');
+    return full.starts_with(u"\\\\.\\") && last == 3 ? std::u16string_view()
+                                                     : full.substr(last + 1);
 }
 
-// A full path, or the code of there being none.
+// A full path whose last part has that many characters, or the code of there being none.
 template <class Text, class Character>
-DWORD deliverFull(const Text& text, Character* buffer, DWORD size, Character** lastPart) {
+DWORD deliverFull(const Text& text, std::size_t lastPartLength, Character* buffer, DWORD size,
+                  Character** lastPart) {
     if (text.empty()) return failWith(ERROR_INVALID_NAME, DWORD{0});
     const DWORD length = deliver(text, buffer, size);
-    if (length < size && lastPart != nullptr) findLastPart(buffer, length, lastPart);
+    if (length >= size || lastPart == nullptr) return length;
+    *lastPart = lastPartLength == 0 ? nullptr : buffer + length - lastPartLength;
     return length;
 }
 
@@ -61,7 +60,8 @@ DWORD WINAPI GetFullPathNameW(LPCWSTR name, DWORD size, LPWSTR buffer, LPWSTR* l
     if (const auto scripted = machine::call("GetFullPathNameW", name, size)) {
         return scripted.or_(DWORD{0});
     }
-    return deliverFull(machine::fullPathOf(machine::fromWide(name)), buffer, size, lastPart);
+    const auto full = machine::fullPathOf(machine::fromWide(name));
+    return deliverFull(full, lastPartOf(full).size(), buffer, size, lastPart);
 }
 
 DWORD WINAPI GetFullPathNameA(LPCSTR name, DWORD size, LPSTR buffer, LPSTR* lastPart) {
@@ -69,7 +69,8 @@ DWORD WINAPI GetFullPathNameA(LPCSTR name, DWORD size, LPSTR buffer, LPSTR* last
         return scripted.or_(DWORD{0});
     }
     const auto full = machine::fullPathOf(machine::fromWide(machine::WideArgument(name)));
-    return deliverFull(machine::toAnsi(full), buffer, size, lastPart);
+    const auto lastPartLength = machine::toAnsi(lastPartOf(full)).size();
+    return deliverFull(machine::toAnsi(full), lastPartLength, buffer, size, lastPart);
 }
 
 DWORD WINAPI GetShortPathNameA(LPCSTR name, LPSTR buffer, DWORD size) {
