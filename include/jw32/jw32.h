@@ -6,6 +6,7 @@
 #include "jw32/angles.h"
 #include "jw32/arithmetic.h"
 #include "jw32/directories.h"
+#include "jw32/directory_links.h"
 #include "jw32/file_names.h"
 #include "jw32/files.h"
 #include "jw32/folders.h"

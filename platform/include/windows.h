@@ -9,6 +9,7 @@
 #include "errhandlingapi.h"
 #include "fileapi.h"
 #include "handleapi.h"
+#include "ioapiset.h"
 #include "libloaderapi.h"
 #include "memoryapi.h"
 #include "processthreadsapi.h"

@@ -8,6 +8,7 @@
 #include "machine/ansi.h"
 #include "machine/attributes.h"
 #include "machine/host_errors.h"
+#include "machine/links.h"
 #include "machine/lookup.h"
 #include "machine/script.h"
 #include "winerror.h"
@@ -16,8 +17,14 @@ namespace {
 
 using machine::failWith;
 
+// A link goes, and its target stays.
+DWORD removeLink(const std::string& path) {
+    return ::unlink(path.c_str()) == 0 ? ERROR_SUCCESS : machine::codeOfHostError(errno);
+}
+
 DWORD removeDirectory(const machine::HostName& found) {
     if (!found.exists()) return found.error;
+    if (machine::isDirectoryLink(found.path, found.status)) return removeLink(found.path);
     if (!found.isDirectory()) return ERROR_DIRECTORY;
     if (machine::isReadOnly(found.status)) return ERROR_ACCESS_DENIED;
     return ::rmdir(found.path.c_str()) == 0 ? ERROR_SUCCESS : machine::codeOfHostError(errno);

@@ -17,7 +17,9 @@ DWORD getAttributes(LPCWSTR name) {
     if (path.error != 0) return failWith(path.error, INVALID_FILE_ATTRIBUTES);
     const auto found = machine::findOnHost(path);
     if (!found.exists()) return failWith(found.error, INVALID_FILE_ATTRIBUTES);
-    return machine::attributesOf(found.path, found.status);
+    // The folder of a drive may be a link of the host's, but a root is none.
+    const DWORD attributes = machine::attributesOf(found.path, found.status);
+    return path.isRoot() ? attributes & ~FILE_ATTRIBUTE_REPARSE_POINT : attributes;
 }
 
 BOOL setAttributes(LPCWSTR name, DWORD attributes) {

@@ -9,6 +9,7 @@
 #include "machine/attributes.h"
 #include "machine/file_object.h"
 #include "machine/host_errors.h"
+#include "machine/links.h"
 #include "machine/script.h"
 #include "machine/sharing.h"
 #include "winerror.h"
@@ -18,6 +19,7 @@ namespace {
 DWORD deleteFile(const machine::HostName& found) {
     if (!found.exists()) return found.error;
     if (found.isDirectory() || machine::isReadOnly(found.status)) return ERROR_ACCESS_DENIED;
+    if (machine::isDirectoryLink(found.path, found.status)) return ERROR_ACCESS_DENIED;
     if (!othersLetMove(found.path)) return ERROR_SHARING_VIOLATION;
     return ::unlink(found.path.c_str()) == 0 ? ERROR_SUCCESS : machine::codeOfHostError(errno);
 }

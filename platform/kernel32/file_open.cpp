@@ -10,6 +10,7 @@
 #include "machine/attributes.h"
 #include "machine/file_object.h"
 #include "machine/host_errors.h"
+#include "machine/links.h"
 #include "machine/lookup.h"
 #include "machine/script.h"
 #include "machine/sharing.h"
@@ -20,6 +21,7 @@ namespace {
 using machine::Descriptor;
 using machine::failWith;
 using machine::HostName;
+using machine::isDirectoryLink;
 
 // What a call of CreateFileW asks for.
 struct Request {
@@ -35,6 +37,7 @@ struct Request {
                disposition == OPEN_ALWAYS;
     }
     bool wantsDirectory() const { return (flags & FILE_FLAG_BACKUP_SEMANTICS) != 0; }
+    bool wantsLink() const { return (flags & FILE_FLAG_OPEN_REPARSE_POINT) != 0; }
 };
 
 HANDLE refuse(DWORD code) {
@@ -128,6 +131,15 @@ HANDLE createFile(const Request& request, const HostName& name) {
     return handle;
 }
 
+// The link itself: what is asked of the handle is not asked of the target.
+HANDLE openLink(const Request& request, const HostName& name) {
+    if (request.disposition == CREATE_NEW) return refuse(ERROR_FILE_EXISTS);
+    if (!request.wantsDirectory() || request.replaces()) return refuse(ERROR_ACCESS_DENIED);
+    Descriptor link(::open(name.path.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+    return link ? makeHandle(std::move(link), request, {})
+                : refuse(machine::codeOfHostError(errno));
+}
+
 HANDLE openNullDevice(const Request& request) {
     return makeHandle(openDescriptor("/dev/null", true, 0), request, {});
 }
@@ -135,6 +147,7 @@ HANDLE openNullDevice(const Request& request) {
 // The usual case: a file that exists under exactly this name is opened without a look before it.
 HANDLE openAsItStands(const Request& request, const machine::Path& path) {
     if (request.disposition != OPEN_EXISTING || path.trailingSeparator) return nullptr;
+    if (request.wantsLink()) return nullptr;
     const auto name = machine::literalHostPath(path);
     auto file = openDescriptor(name, request.wantsWrite(), O_NONBLOCK);
     return file ? finishExisting(std::move(file), request, name) : nullptr;
@@ -145,6 +158,9 @@ HANDLE openPath(const Request& request, const machine::Path& path) {
     if (path.kind == machine::Path::Kind::NullDevice) return openNullDevice(request);
     if (const HANDLE handle = openAsItStands(request, path)) return handle;
     const auto name = machine::findOnHost(path);
+    if (name.exists() && request.wantsLink() && isDirectoryLink(name.path, name.status)) {
+        return openLink(request, name);
+    }
     if (name.exists()) {
         const bool asFolder = path.trailingSeparator && !name.isDirectory();
         return asFolder ? refuse(ERROR_INVALID_NAME) : openExisting(request, name);

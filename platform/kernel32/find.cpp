@@ -45,14 +45,16 @@ void storeText(WCHAR (&target)[Size], std::u16string_view text) {
     target[length] = 0;
 }
 
-// The two reserved fields are not told and stay 0.
+// Of the two reserved fields the first tells the kind of a link.
 void fillRecord(WIN32_FIND_DATAW& record, const std::string& path, const struct stat& status,
                 std::u16string_view name) {
     std::memset(&record, 0, sizeof record);
     const auto times = machine::timesOf(path, status);
-    const std::uint64_t size =
-        S_ISDIR(status.st_mode) ? 0 : static_cast<std::uint64_t>(status.st_size);
     record.dwFileAttributes = machine::attributesOf(path, status);
+    const bool isDirectory = (record.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    const bool isLink = (record.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    const std::uint64_t size = isDirectory ? 0 : static_cast<std::uint64_t>(status.st_size);
+    if (isLink) record.dwReserved0 = IO_REPARSE_TAG_MOUNT_POINT;
     record.ftCreationTime = times.creation;
     record.ftLastAccessTime = times.access;
     record.ftLastWriteTime = times.write;

@@ -19,6 +19,7 @@
 #include <utility>
 
 #include "machine/host_errors.h"
+#include "machine/links.h"
 #include "winerror.h"
 
 namespace machine {
@@ -106,6 +107,7 @@ bool isReadOnly(const struct stat& status) {
 }
 
 DWORD attributesOf(const std::string& path, const struct stat& status) {
+    if (isDirectoryLink(path, status)) return directoryLinkAttributes;
     const bool directory = S_ISDIR(status.st_mode);
     const DWORD usual = directory ? 0 : FILE_ATTRIBUTE_ARCHIVE;
     DWORD attributes = stored(path, status).value_or(usual);
@@ -115,6 +117,7 @@ DWORD attributesOf(const std::string& path, const struct stat& status) {
 }
 
 DWORD setAttributes(const std::string& path, const struct stat& status, DWORD attributes) {
+    if (isDirectoryLink(path, status)) return ERROR_NOT_SUPPORTED;
     // An extended attribute can be set only while the file can be written.
     const mode_t mode = status.st_mode & 07777;
     const mode_t writable = isReadOnly(status) ? writableMode(mode) : mode;

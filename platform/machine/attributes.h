@@ -18,6 +18,10 @@ inline constexpr DWORD settableAttributes = FILE_ATTRIBUTE_READONLY | FILE_ATTRI
                                             FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
                                             FILE_ATTRIBUTE_TEMPORARY;
 
+// A link to a directory has these and no others.
+inline constexpr DWORD directoryLinkAttributes =
+    FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
+
 bool isReadOnly(const struct stat& status);
 DWORD attributesOf(const std::string& path, const struct stat& status);
 

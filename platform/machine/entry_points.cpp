@@ -22,6 +22,7 @@ FARPROC address(Function* function) {
 
 const EntryPoint entryPoints[] = {
     {"kernel32.dll", "GetDiskFreeSpaceExA", address(GetDiskFreeSpaceExA)},
+    {"kernel32.dll", "GetFullPathNameW", address(GetFullPathNameW)},
     {"kernel32.dll", "GetLongPathNameA", address(GetLongPathNameA)},
     {"kernel32.dll", "GetVersionExA", address(GetVersionExA)},
     {"shell32.dll", "SHGetFolderPathA", address(SHGetFolderPathA)},

@@ -26,9 +26,10 @@ struct Drive {
     char letter;         // 'A' to 'Z'
     std::string folder;  // on the host, absolute, without a last slash unless it is "/"
     DriveKind kind = DriveKind::Fixed;
-    std::string label = {};                      // UTF-8
-    std::string fileSystem = "NTFS";             // as GetVolumeInformationW tells
-    std::uint32_t fileSystemFlags = 0x0000000F;  // case kept, Unicode names, persistent lists
+    std::string label = {};           // UTF-8
+    std::string fileSystem = "NTFS";  // as GetVolumeInformationW tells
+    // Case kept, Unicode names, persistent lists, reparse points.
+    std::uint32_t fileSystemFlags = 0x0000008F;
     std::uint32_t serial = 0x4A573332;
     bool ready = true;  // false: no medium, every access fails with ERROR_NOT_READY
     std::optional<std::uint64_t> capacity = std::nullopt;  // bytes; unset: as the host tells

@@ -71,6 +71,17 @@ std::string argumentText(const void* pointer) {
     return pointer == nullptr ? "null" : "pointer";
 }
 
+std::string argumentText(const Bytes& bytes) {
+    constexpr char digits[] = "0123456789abcdef";
+    std::string text;
+    const auto* const first = static_cast<const unsigned char*>(bytes.first);
+    for (std::size_t i = 0; first != nullptr && i < bytes.count; ++i) {
+        text += digits[first[i] >> 4];
+        text += digits[first[i] & 15];
+    }
+    return first != nullptr ? text : "null";
+}
+
 Verdict consult(const char* name, Fallible fallible, std::initializer_list<std::string> arguments) {
     const std::lock_guard lock(mutex);
     if (active == nullptr) return {};

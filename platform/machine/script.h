@@ -18,6 +18,12 @@
 
 namespace machine {
 
+// A block of bytes as an argument: in the record it stands in hexadecimal.
+struct Bytes {
+    const void* first;
+    std::size_t count;
+};
+
 // What the active script says about one call. False: nothing, the operation runs as usual.
 class Verdict {
   public:
@@ -53,6 +59,7 @@ extern std::atomic<bool> scriptActive;
 std::string argumentText(const char* text);
 std::string argumentText(const wchar_t* text);
 std::string argumentText(const void* pointer);
+std::string argumentText(const Bytes& bytes);
 
 template <class Argument>
 std::string describe(const Argument& argument) {

@@ -12,7 +12,7 @@
 namespace machine {
 
 // One call as it was made. Wide strings stand in UTF-8, others as they are, all in quotes; numbers
-// in decimal; a null pointer as "null" and any other pointer as "pointer".
+// in decimal; blocks of bytes in hexadecimal; a null pointer as "null" and any other as "pointer".
 struct CallRecord {
     std::string name;
     std::vector<std::string> arguments;

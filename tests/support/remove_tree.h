@@ -27,7 +27,9 @@ inline void removeEntry(const WideText& folder, const WIN32_FIND_DATAW& entry) {
     if (isDots(entry.cFileName)) return;
     const auto path = joined(folder, entry.cFileName);
     SetFileAttributesW(path.data(), FILE_ATTRIBUTE_NORMAL);
-    if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+    if ((entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
+        RemoveDirectoryW(path.data());  // and nothing of its target
+    } else if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
         remove(path);
     } else {
         DeleteFileW(path.data());

@@ -1,0 +1,107 @@
+// Control codes of file systems: the setting of mount points.
+#include <unistd.h>
+
+#include <array>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ioapiset.h"
+#include "machine/file_object.h"
+#include "machine/host_errors.h"
+#include "machine/links.h"
+#include "machine/lookup.h"
+#include "machine/script.h"
+#include "machine/text.h"
+#include "winerror.h"
+#include "winioctl.h"
+#include "winnt.h"
+
+namespace {
+
+using machine::failWith;
+
+// The fields in front of the names of REPARSE_DATA_BUFFER, in its mount-point form.
+struct Header {
+    DWORD tag;
+    WORD dataLength, reserved;
+    WORD substituteOffset, substituteLength, printOffset, printLength;  // bytes
+};
+constexpr std::size_t commonSize = 8;  // what the data length does not count
+
+// The name that a sound buffer brings; none otherwise.
+std::optional<std::u16string> substituteName(const char* bytes, std::size_t size) {
+    Header header{};
+    if (size < sizeof header) return std::nullopt;
+    std::memcpy(&header, bytes, sizeof header);
+    const std::size_t names = size - sizeof header;
+    const auto fits = [&](WORD offset, WORD length) {
+        return offset % 2 == 0 && length % 2 == 0 && std::size_t{offset} + length <= names;
+    };
+    const bool sound = header.dataLength + commonSize == size && header.substituteLength > 0 &&
+                       fits(header.substituteOffset, header.substituteLength) &&
+                       fits(header.printOffset, header.printLength);
+    if (!sound) return std::nullopt;
+    std::u16string name(header.substituteLength / 2, u'\0');
+    std::memcpy(name.data(), bytes + sizeof header + header.substituteOffset,
+                header.substituteLength);
+    return name;
+}
+
+// Where a target lies on the host, existing or not; empty: nowhere.
+std::string hostTarget(std::u16string_view name) {
+    constexpr std::u16string_view prefix = u"\\??\\";
+    if (!name.starts_with(prefix)) return {};
+    std::u16string text = u"\\\\?\\";
+    text += name.substr(prefix.size());
+    std::vector<wchar_t> wide(text.begin(), text.end());
+    wide.push_back(0);
+    const auto path = machine::parsePath(wide.data());
+    if (path.fileError() != 0) return {};
+    const auto found = machine::findOnHost(path);
+    return found.exists() ? found.path : machine::literalHostPath(path);
+}
+
+// The path of an open directory, or of a link that was opened itself; empty: it is neither.
+std::string directoryPath(int file) {
+    struct stat status {};
+    if (::fstat(file, &status) != 0) return {};
+    if (!S_ISDIR(status.st_mode) && !S_ISLNK(status.st_mode)) return {};
+    std::array<char, 4096> path{};
+    const auto entry = "/proc/self/fd/" + std::to_string(file);
+    const auto length = ::readlink(entry.c_str(), path.data(), path.size());
+    return length <= 0 ? std::string() : std::string(path.data(), static_cast<std::size_t>(length));
+}
+
+DWORD setMountPoint(const machine::FileObject& file, const char* bytes, std::size_t size) {
+    if (!file.canWrite) return ERROR_ACCESS_DENIED;
+    const auto name = substituteName(bytes, size);
+    if (!name) return ERROR_INVALID_REPARSE_DATA;
+    DWORD tag = 0;
+    std::memcpy(&tag, bytes, sizeof tag);
+    if (tag != IO_REPARSE_TAG_MOUNT_POINT) return ERROR_NOT_SUPPORTED;
+    const auto directory = directoryPath(file.descriptor.get());
+    if (directory.empty()) return ERROR_DIRECTORY;
+    const auto target = hostTarget(*name);
+    return target.empty() ? ERROR_INVALID_REPARSE_DATA
+                          : machine::placeDirectoryLink(directory, target);
+}
+
+}  // namespace
+
+BOOL WINAPI DeviceIoControl(HANDLE device, DWORD code, LPVOID input, DWORD inputSize, LPVOID output,
+                            DWORD outputSize, LPDWORD stored, LPOVERLAPPED overlapped) {
+    const auto scripted =
+        machine::call("DeviceIoControl", device, code, machine::Bytes{input, inputSize}, inputSize,
+                      static_cast<const void*>(output), outputSize,
+                      static_cast<const void*>(stored), static_cast<const void*>(overlapped));
+    if (scripted) return scripted.or_(FALSE);
+    const machine::Pinned<machine::FileObject> file(device);
+    if (!file) return failWith(ERROR_INVALID_HANDLE, FALSE);
+    if (code != FSCTL_SET_REPARSE_POINT) return failWith(ERROR_INVALID_FUNCTION, FALSE);
+    if (stored != nullptr) *stored = 0;
+    const DWORD error = setMountPoint(*file, static_cast<const char*>(input), inputSize);
+    return error == ERROR_SUCCESS ? TRUE : failWith(error, FALSE);
+}
