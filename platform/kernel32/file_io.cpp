@@ -84,7 +84,12 @@ DWORD WINAPI SetFilePointer(HANDLE handle, LONG distance, PLONG distanceHigh, DW
     const std::int64_t whole = distanceHigh == nullptr ? distance
                                                        : (std::int64_t{*distanceHigh} << 32) |
                                                              static_cast<std::uint32_t>(distance);
+    const auto former = ::lseek(file->descriptor.get(), 0, SEEK_CUR);
     const auto position = ::lseek(file->descriptor.get(), whole, origins[origin]);
+    if (distanceHigh == nullptr && position > INVALID_SET_FILE_POINTER) {
+        ::lseek(file->descriptor.get(), former, SEEK_SET);
+        return failWith(ERROR_INVALID_PARAMETER, INVALID_SET_FILE_POINTER);
+    }
     if (position < 0) {
         const DWORD code = errno == EINVAL ? ERROR_NEGATIVE_SEEK : machine::codeOfHostError(errno);
         return failWith(code, INVALID_SET_FILE_POINTER);

@@ -150,8 +150,8 @@ TEST_F(DoubleByteNames, WithBytesOfNoCharacterAreNamesAllTheSame) {
         EXPECT_TRUE(DeleteFileW(Wide(c(name))));
         EXPECT_EQ(Jw32PathIsEqual(c(name).c_str(), c(name).c_str()), 1);
     }
-    const auto* const half = bytes("\x83");
-    EXPECT_EQ(_mbschr(half, '\\'), nullptr) << "looks behind the terminator";
+    const std::string half = "\x83";
+    EXPECT_EQ(_mbschr(bytes(half), '\\'), nullptr) << "looks behind the terminator";
 }
 
 class SingleByteNames : public OnCodePage {
