@@ -7,6 +7,7 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 
 #include "machine/host_errors.h"
 #include "winerror.h"
@@ -31,8 +32,10 @@ std::string neighbourOf(const std::string& path) {
            std::to_string(counter.fetch_add(1)) + ".link";
 }
 
-// The link and the directory change places, and the directory goes when it is empty.
+// The link and the directory change places, and the directory goes when it is empty still.
 DWORD exchange(const std::string& link, const std::string& directory) {
+    std::error_code unreadable;
+    if (!std::filesystem::is_empty(directory, unreadable)) return ERROR_DIR_NOT_EMPTY;
     const auto swap = [&] {
         return ::renameat2(AT_FDCWD, link.c_str(), AT_FDCWD, directory.c_str(), RENAME_EXCHANGE);
     };

@@ -60,7 +60,8 @@ char* _tempnam(const char* directory, const char* prefix) {
     }
     auto stem = folderFor(directory);
     if (!stem) return nullptr;
-    if (stem->back() != '\\' && stem->back() != '/') *stem += '\\';
+    const char16_t last = machine::fromAnsi(*stem).back();  // a byte may be half a character
+    if (last != u'\\' && last != u'/') *stem += '\\';
     if (prefix != nullptr) *stem += prefix;
     constexpr int attempts = 100;
     for (int attempt = 0; attempt < attempts; ++attempt) {

@@ -64,6 +64,9 @@ TEST(FolderPathCalls, LoadTheModuleForEachQuestion) {
                     "SHGetFolderPathA(null, 32773, null, 0, pointer)", "FreeLibrary(pointer)",
                     "PathAddBackslashA(\"" + std::string(buffer, strlen(buffer) - 1) + "\")"));
     EXPECT_GE(script.count("CreateDirectoryW"), 1u);
+    script.fail("CreateDirectoryW", ERROR_ACCESS_DENIED, 0);
+    EXPECT_EQ(Jw32GetFolderPath(CSIDL_PERSONAL, buffer, MAX_PATH), 1) << "not looked at";
+    EXPECT_EQ(Jw32GetFolderPath(CSIDL_PERSONAL, nullptr, MAX_PATH), 0) << "the platform refuses";
 }
 
 TEST(FolderPathCalls, FallBackToTheOtherModule) {
