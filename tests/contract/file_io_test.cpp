@@ -58,6 +58,9 @@ struct Seek {
     LONG distance;
     DWORD origin, position, code;
 };
+std::ostream& operator<<(std::ostream& out, const Seek& seek) {
+    return out << seek.distance << " from origin " << seek.origin;
+}
 class FilePointer : public FileIo, public testing::WithParamInterface<Seek> {};
 
 TEST_P(FilePointer, IsSetFromItsOrigin) {
