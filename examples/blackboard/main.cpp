@@ -17,7 +17,7 @@ constexpr const char* usage =
     "usage: blackboard search BOARD FILE WORD [PIECE]\n"
     "       blackboard read BOARD\n"
     "\n"
-    "The first searches FILE for WORD and posts every line with it on a board in memory, which it\n"
+    "The first searches FILE for WORD and posts every place of it on a board in memory, which it\n"
     "makes under the name BOARD. The second, in another terminal, prints what is posted while the\n"
     "search goes on. Each waits some seconds for the other. The file is mapped PIECE KiB at a "
     "time,\n"
@@ -53,12 +53,12 @@ int read(const std::string& name) {
     board.open(name, patience);
     auto& notes = board.notes();
     DWORD shown = 0, searched = 0;
+    int silence = 0;  // seconds
     while (!waitFor(notes.finished, 1)) {
         shown = printFrom(notes, shown);
         // The block lives on while this process has it open, so only silence tells.
-        if (notes.searched == searched && !waitFor(notes.finished, patience)) {
-            throw Error("the search has come to a halt");
-        }
+        silence = notes.searched == searched ? silence + 1 : 0;
+        if (silence > patience) throw Error("the search has come to a halt");
         searched = notes.searched;
     }
     shown = printFrom(notes, shown);
