@@ -4,9 +4,13 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
+#include <mutex>
 
 #include "machine/host_errors.h"
 #include "machine/text.h"
@@ -25,8 +29,8 @@ std::string folderPath() {
     return "/dev/shm/jw32-" + std::to_string(::geteuid());
 }
 
-// Holds the folder's lock. Empty, with errno set: the folder cannot be had, or is somebody else's.
-Descriptor lockFolder() {
+// Makes it when it is missing. Empty, with errno set: it cannot be had, or is somebody else's.
+Descriptor openFolder() {
     const auto path = folderPath();
     if (::mkdir(path.c_str(), ownFolder) != 0 && errno != EEXIST) return Descriptor();
     Descriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
@@ -36,11 +40,40 @@ Descriptor lockFolder() {
         errno = EACCES;
         return Descriptor();
     }
-    while (::flock(folder.get(), LOCK_EX) != 0) {
-        if (errno != EINTR) return Descriptor();
-    }
     return folder;
 }
+
+// Holds the folder's lock. False, with errno set: the folder cannot be had.
+class FolderLock {
+  public:
+    FolderLock() : folder_(openFolder()) {
+        // A folder that was removed before it was locked keeps nobody out.
+        while (folder_ && acquire() && isRemoved()) folder_ = openFolder();
+    }
+    // Closing the descriptor is not enough: a process forked meanwhile would keep the lock.
+    ~FolderLock() {
+        if (folder_) ::flock(folder_.get(), LOCK_UN);
+    }
+    FolderLock(const FolderLock&) = delete;
+    FolderLock& operator=(const FolderLock&) = delete;
+    explicit operator bool() const { return static_cast<bool>(folder_); }
+
+  private:
+    bool acquire() {
+        while (::flock(folder_.get(), LOCK_EX) != 0) {
+            if (errno == EINTR) continue;
+            folder_ = Descriptor();
+            return false;
+        }
+        return true;
+    }
+    bool isRemoved() const {
+        struct stat status {};
+        return ::fstat(folder_.get(), &status) == 0 && status.st_nlink == 0;
+    }
+
+    Descriptor folder_;
+};
 
 bool setLock(int file, short type) {
     struct flock lock {};
@@ -114,6 +147,39 @@ NamedBlock place(std::u16string_view name) {
     return {.path = folderPath() + "/" + file};
 }
 
+// Whether the path still leads to the open file.
+bool leadsTo(const std::string& path, int file) {
+    struct stat named {
+    }, open{};
+    return ::lstat(path.c_str(), &named) == 0 && ::fstat(file, &open) == 0 &&
+           named.st_dev == open.st_dev && named.st_ino == open.st_ino;
+}
+
+// Under the folder's lock: gives back the memory of all blocks that no process holds.
+void clearAbandoned() {
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folderPath(), error), end;
+         !error && entry != end; entry.increment(error)) {
+        const auto& path = entry->path();
+        const Descriptor file(::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW));
+        if (file && !isLockedByOthers(file.get())) ::unlink(path.c_str());
+    }
+}
+
+// Sets memory aside in pieces: some kernels undo a whole call at a signal. Gives the host's error, or 0.
+int setAside(int file, std::uint64_t size) {
+    constexpr std::uint64_t piece = 1 << 20;
+    for (std::uint64_t done = 0; done < size;) {
+        const auto length = std::min(piece, size - done);
+        const int error =
+            ::posix_fallocate(file, static_cast<off_t>(done), static_cast<off_t>(length));
+        if (error == EINTR) continue;
+        if (error != 0) return error;
+        done += length;
+    }
+    return 0;
+}
+
 // Under the folder's lock: joins the block at the place, and clears away what no process holds.
 void join(NamedBlock& block) {
     Descriptor file(::open(block.path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW));
@@ -127,7 +193,10 @@ void join(NamedBlock& block) {
         block.error = ERROR_FILE_NOT_FOUND;
         return;
     }
-    setLock(file.get(), F_RDLCK);
+    if (!setLock(file.get(), F_RDLCK)) {
+        block.error = codeOfHostError(errno);
+        return;
+    }
     block.size = static_cast<std::uint64_t>(status.st_size);
     block.file = std::move(file);
 }
@@ -140,8 +209,7 @@ void make(NamedBlock& block, std::uint64_t size) {
         block.error = codeOfHostError(errno);
         return;
     }
-    const int result = ::posix_fallocate(file.get(), 0, static_cast<off_t>(size));
-    if (result != 0 || !setLock(file.get(), F_RDLCK)) {
+    if (setAside(file.get(), size) != 0 || !setLock(file.get(), F_RDLCK)) {
         ::unlink(block.path.c_str());
         block.error = ERROR_COMMITMENT_LIMIT;
         return;
@@ -155,7 +223,7 @@ void make(NamedBlock& block, std::uint64_t size) {
 NamedBlock openBlock(std::u16string_view name) {
     auto block = place(name);
     if (block.error != 0) return block;
-    const Descriptor folder = lockFolder();
+    const FolderLock folder;
     if (folder) {
         join(block);
     } else {
@@ -167,11 +235,13 @@ NamedBlock openBlock(std::u16string_view name) {
 NamedBlock createBlock(std::u16string_view name, std::uint64_t size) {
     auto block = place(name);
     if (block.error != 0) return block;
-    const Descriptor folder = lockFolder();
+    const FolderLock folder;
     if (!folder) {
         block.error = codeOfHostError(errno);
         return block;
     }
+    static std::once_flag once;
+    std::call_once(once, clearAbandoned);
     join(block);
     if (block.error == ERROR_FILE_NOT_FOUND) {
         block.error = 0;
@@ -183,8 +253,10 @@ NamedBlock createBlock(std::u16string_view name, std::uint64_t size) {
 }
 
 NamedMappingObject::~NamedMappingObject() {
-    const Descriptor folder = lockFolder();
-    if (folder && !isLockedByOthers(descriptor.get())) ::unlink(path.c_str());
+    if (::getpid() != process) return;
+    const FolderLock folder;
+    const bool isLast = folder && !isLockedByOthers(descriptor.get());
+    if (isLast && leadsTo(path, descriptor.get())) ::unlink(path.c_str());
     // The lock of this handle ends before the folder's does, and not only with the descriptor.
     setLock(descriptor.get(), F_UNLCK);
 }

@@ -6,6 +6,8 @@
 // half-made block. The host gives both kinds of locks back when a process ends, however it ends.
 #pragma once
 
+#include <unistd.h>
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -28,13 +30,15 @@ NamedBlock openBlock(std::u16string_view name);
 // Makes a block of zeros, or joins the one that stands, of whatever size.
 NamedBlock createBlock(std::u16string_view name, std::uint64_t size);
 
-// A mapping of a named block. The name goes with the last handle of all processes.
+// A mapping of a named block. The name goes with the last handle of all processes. What a fork has
+// copied is no handle: a child that ends it leaves the block to its parent.
 struct NamedMappingObject : MappingObject {
     explicit NamedMappingObject(NamedBlock block)
         : MappingObject(std::move(block.file), block.size, true), path(std::move(block.path)) {}
     ~NamedMappingObject() override;
 
     const std::string path;
+    const pid_t process = ::getpid();  // whose handle it is
 };
 
 }  // namespace machine

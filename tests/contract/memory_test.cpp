@@ -216,6 +216,17 @@ TEST_F(Blocks, LiveAsLongAsAnyHandle) {
     EXPECT_FALSE(exists(name())) << "no handle is open";
 }
 
+TEST_F(Blocks, EndWithTheLastHandleWhateverViewsAreLeft) {
+    const HANDLE handles[] = {create(name()), open(name())};
+    void* views[2];
+    for (int i = 0; i < 2; ++i) views[i] = MapViewOfFile(handles[i], FILE_MAP_WRITE, 0, 0, 0);
+    for (const HANDLE handle : handles) CloseHandle(handle);
+    EXPECT_FALSE(exists(name()));
+    static_cast<char*>(views[0])[4999] = 'x';
+    EXPECT_EQ(static_cast<char*>(views[1])[4999], 'x') << "the views keep the bytes";
+    for (void* const view : views) UnmapViewOfFile(view);
+}
+
 TEST_F(Blocks, ShowTheSameBytesInEveryView) {
     const HANDLE first = create(name()), second = create(name(), 100);
     EXPECT_EQ(GetLastError(), DWORD{ERROR_ALREADY_EXISTS});

@@ -27,6 +27,13 @@ bool isWhole(const unsigned char* bytes, DWORD size) {
                        [](unsigned char byte) { return byte == 0 || byte == mark; });
 }
 
+// Whether the name leads to the block that its maker has filled with marks.
+bool isFoundBy(const std::string& name, DWORD size) {
+    CJw32SharedMemory again;
+    const auto* const bytes = static_cast<const unsigned char*>(again.Open(name.c_str()));
+    return bytes != nullptr && std::count(bytes, bytes + size, mark) == static_cast<int>(size);
+}
+
 // Makes or joins the block and gives it up again, over and over. Other processes do so meanwhile.
 void race(const std::string& name, DWORD size, int rounds) {
     int made = 0, joined = 0, broken = 0;
@@ -38,6 +45,7 @@ void race(const std::string& name, DWORD size, int rounds) {
                 ++broken;
             }
             std::memset(bytes, mark, size);
+            if (!isFoundBy(name, size)) ++broken;
         } else if (const void* const view = memory.Open(name.c_str())) {
             ++joined;
             if (!isWhole(static_cast<const unsigned char*>(view), size)) ++broken;

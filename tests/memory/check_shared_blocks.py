@@ -81,6 +81,13 @@ class SharedBlocks(unittest.TestCase):
         self.assertEqual(self.other.ask("create", self.name, 50), "done", "the name is free")
         self.assertEqual(self.other.ask("read", 0, 2), "\0\0", "nothing is left in it")
 
+    def test_the_memory_of_a_killed_holder_is_given_back(self):
+        self.one.ask("create", self.name, 100)
+        self.one.kill()
+        self.assertEqual(self.other.ask("create", self.name + "-next", 100), "done")
+        file = f"/dev/shm/jw32-{os.geteuid()}/l-{self.name}"
+        self.assertFalse(os.path.exists(file), "by the next process that makes a block")
+
     def test_a_killed_maker_leaves_the_block_to_those_who_opened_it(self):
         self.one.ask("create", self.name, 100)
         self.one.ask("write", 0, "kept")
