@@ -42,14 +42,18 @@ TEST(MemoryCalls, GoByTheThreshold) {
 }
 
 TEST(MemoryCalls, TellTheErrorBehindTheReleaseOfABlockThatCannotBeLocked) {
-    machine::Script script;
-    script.fail("GlobalLock", ERROR_NOT_ENOUGH_MEMORY);
-    script.fail("GlobalFree", ERROR_INVALID_HANDLE);
     CJw32Memory memory;
-    DWORD code = 0;
-    EXPECT_EQ(memory.Open(10, 0, &code), nullptr);
-    EXPECT_EQ(code, DWORD{ERROR_INVALID_HANDLE});
+    {
+        machine::Script script;
+        script.fail("GlobalLock", ERROR_NOT_ENOUGH_MEMORY);
+        script.fail("GlobalFree", ERROR_INVALID_HANDLE);
+        DWORD code = 0;
+        EXPECT_EQ(memory.Open(10, 0, &code), nullptr);
+        EXPECT_EQ(code, DWORD{ERROR_INVALID_HANDLE});
+    }
     EXPECT_EQ(memory.Address(), nullptr);
+    EXPECT_NE(memory.Open(10), nullptr) << "the object is closed";
+    memory.Close();
     machine::reclaimAll();
 }
 
@@ -57,6 +61,15 @@ class MmFileCalls : public ScratchDrives {
   protected:
     MmFileCalls() { write(file(), std::string(1000, 'x')); }
     std::string file() const { return c("data"); }
+    // Makes the file 4 GiB and some bytes long, nearly all of them a hole.
+    void growBeyond4GiB(LONG bytes) const {
+        void* const handle =
+            Jw32FileOpen(file().c_str(), GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING, 0, 0);
+        LONG high = 1;
+        SetFilePointer(handle, bytes, &high, FILE_BEGIN);
+        EXPECT_TRUE(SetEndOfFile(handle));
+        CloseHandle(handle);
+    }
     // The lengths of the views that were asked for.
     static Texts lengths(const machine::Script& script) {
         Texts result;
@@ -97,6 +110,18 @@ TEST_F(MmFileCalls, GoByTheModeAndEndInOrder) {
     }
 }
 
+TEST_F(MmFileCalls, EndTheMappingBeforeTheFile) {
+    CJw32MmFile mapped, another;
+    ASSERT_NE(mapped.Open(CJw32MmFile::eReadWrite, file().c_str()), nullptr);
+    machine::Script script;
+    script.fail("CloseHandle", ERROR_INVALID_HANDLE, 1);
+    mapped.Close();
+    EXPECT_NE(another.Open(CJw32MmFile::eReadWrite, file().c_str()), nullptr)
+        << "the first handle was the file's";
+    another.Close();
+    machine::reclaimAll();
+}
+
 TEST_F(MmFileCalls, SettleForTheLargestHalfThatCanBeMapped) {
     for (const auto mode : {CJw32MmFile::eRead, CJw32MmFile::eReadWrite}) {
         machine::Script script;
@@ -133,6 +158,7 @@ TEST_F(MmFileCalls, EndWithNothingWhenNoViewCanBeHad) {
 TEST_F(MmFileCalls, LeaveAnOpenObjectWithoutAViewWhenAMoveFindsNone) {
     CJw32MmFile mapped;
     ASSERT_NE(mapped.Open(CJw32MmFile::eRead, file().c_str()), nullptr);
+    CJw32MmFile copy(mapped);
     DWORD offset = 3, length = 9;
     {
         machine::Script script;
@@ -146,6 +172,7 @@ TEST_F(MmFileCalls, LeaveAnOpenObjectWithoutAViewWhenAMoveFindsNone) {
     EXPECT_EQ(length, 0u);
     EXPECT_EQ(machine::inUse().views, 0u);
     EXPECT_EQ(mapped.ReMap(offset, length), nullptr) << "no way back";
+    EXPECT_EQ(copy.ReMap(offset, length), nullptr) << "nor for a copy";
     EXPECT_EQ(mapped.Open(CJw32MmFile::eRead, file().c_str()), nullptr) << "still open";
     mapped.Close();
     EXPECT_NE(mapped.Open(CJw32MmFile::eRead, file().c_str()), nullptr);
@@ -153,13 +180,7 @@ TEST_F(MmFileCalls, LeaveAnOpenObjectWithoutAViewWhenAMoveFindsNone) {
 
 TEST_F(MmFileCalls, ReachTheFirst4GiBOfALargerFile) {
     constexpr std::uint64_t size = (std::uint64_t{1} << 32) + 100;
-    void* const handle =
-        Jw32FileOpen(file().c_str(), GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING, 0, 0);
-    LONG high = 1;
-    ASSERT_EQ(SetFilePointer(handle, 100, &high, FILE_BEGIN), 100u);
-    ASSERT_TRUE(SetEndOfFile(handle));
-    CloseHandle(handle);
-
+    growBeyond4GiB(100);
     CJw32MmFile mapped;
     DWORD covered = 0, sizeHigh = 0;
     ASSERT_NE(mapped.Open(CJw32MmFile::eReadWrite, file().c_str(), covered), nullptr);
@@ -180,6 +201,16 @@ TEST_F(MmFileCalls, ReachTheFirst4GiBOfALargerFile) {
     EXPECT_EQ(lengths(script), (Texts{"0", "2147483647"}));
 }
 
+TEST_F(MmFileCalls, DoNotTake4GiBForAnEmptyFile) {
+    growBeyond4GiB(0);
+    CJw32MmFile mapped;
+    ASSERT_NE(mapped.Open(CJw32MmFile::eReadWrite, file().c_str()), nullptr);
+    DWORD offset = 0xFFFFFFFF, length = 0xFFFFFFFF;
+    ASSERT_NE(mapped.ReMap(offset, length), nullptr) << "the last byte";
+    EXPECT_EQ(offset, 0xFFFF0000u);
+    EXPECT_EQ(length, 0x10000u);
+}
+
 TEST(SharedMemoryCalls, AskForWriteAccessAndEndInOrder) {
     machine::Script script;
     CJw32SharedMemory maker;
@@ -195,6 +226,18 @@ TEST(SharedMemoryCalls, AskForWriteAccessAndEndInOrder) {
                          "UnmapViewOfFile(pointer)",
                          "CloseHandle(pointer)"};
     EXPECT_EQ(textsOf(script), expected);
+}
+
+TEST(SharedMemoryCalls, FillTheBlockWithZeros) {
+    CJw32SharedMemory used, memory;
+    auto* const bytes = static_cast<unsigned char*>(used.Create("jw32-used", 3));
+    ASSERT_NE(bytes, nullptr);
+    std::fill(bytes, bytes + 3, static_cast<unsigned char>(7));
+    const HANDLE mapping = OpenFileMappingA(FILE_MAP_WRITE, FALSE, "jw32-used");
+    machine::Script script;
+    script.answer("CreateFileMappingA", reinterpret_cast<std::uintptr_t>(mapping));
+    EXPECT_NE(memory.Create("jw32-zeros", 2), nullptr);
+    EXPECT_EQ(std::string(bytes, bytes + 3), std::string("\0\0\7", 3)) << "the size asked for";
 }
 
 TEST(SharedMemoryCalls, TakeABlockThatCameBetweenForOneThatStood) {

@@ -102,11 +102,14 @@ TEST_F(MmFile, RefusesWhatCannotBeOpened) {
               nullptr);
     EXPECT_TRUE(triple.tells(ERROR_FILE_NOT_FOUND)) << triple;
     EXPECT_EQ(file.Size(), 0u);
+    ASSERT_NE(file.Open(reading, small().c_str()), nullptr);
+    file.Close();
     triple = {};
     EXPECT_EQ(file.Open(static_cast<CJw32MmFile::eOpenmode>(3), small().c_str(), &triple.code,
                         triple.text, triple.size),
               nullptr);
     EXPECT_TRUE(triple.isClear()) << "no such mode: " << triple;
+    EXPECT_EQ(file.Size(), 0u) << "no such mode";
 }
 
 TEST_F(MmFile, IsNotDisturbedByASecondOpen) {
