@@ -131,7 +131,7 @@ TEST_F(Mappings, GiveViewsByAccessOffsetAndLength) {
         {"a private copy", reads, FILE_MAP_COPY, 0, 0, 0, 'a'},
         {"writing where reading is allowed", reads, FILE_MAP_WRITE, 0, 0, ERROR_ACCESS_DENIED, 0},
         {"an offset off the granularity", reads, FILE_MAP_READ, 4096, 1, ERROR_MAPPED_ALIGNMENT, 0},
-        {"more than there is", reads, FILE_MAP_READ, 0, size_ + 0x10000, ERROR_ACCESS_DENIED, 0},
+        {"more than there is", reads, FILE_MAP_READ, 0, size_ + 1, ERROR_ACCESS_DENIED, 0},
         {"an offset behind the end", reads, FILE_MAP_READ, 2 * step, 0, ERROR_INVALID_PARAMETER, 0},
         {"no mapping", INVALID_HANDLE_VALUE, FILE_MAP_READ, 0, 0, ERROR_INVALID_HANDLE, 0},
     };
@@ -149,6 +149,30 @@ TEST_F(Mappings, GiveViewsByAccessOffsetAndLength) {
     }
     CloseHandle(reads);
     CloseHandle(writes);
+}
+
+TEST_F(Mappings, GiveNoViewBehindTheLastByte) {
+    write(c("even"), std::string(granularity(), 'a'));
+    const HANDLE mapping = map(c("even"), GENERIC_READ, PAGE_READONLY);
+    EXPECT_EQ(MapViewOfFile(mapping, FILE_MAP_READ, 0, granularity(), 0), nullptr);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
+    CloseHandle(mapping);
+}
+
+TEST_F(Mappings, GiveViewsThatAreWrittenByAccessAlone) {
+    const HANDLE source = open(GENERIC_READ, file()), mapping = map(both, PAGE_READWRITE);
+    const struct {
+        DWORD access;
+        BOOL writes;
+    } rows[] = {{FILE_MAP_READ, FALSE}, {FILE_MAP_WRITE, TRUE}, {FILE_MAP_COPY, TRUE}};
+    for (const auto& row : rows) {
+        void* const view = MapViewOfFile(mapping, row.access, 0, 0, 0);
+        DWORD count = 0;
+        // The system stores for the caller, and fails where the caller could not.
+        EXPECT_EQ(ReadFile(source, view, 1, &count, nullptr), row.writes) << row.access;
+        UnmapViewOfFile(view);
+    }
+    for (const HANDLE handle : {source, mapping}) CloseHandle(handle);
 }
 
 TEST_F(Mappings, OutliveTheHandleOfTheFileAndViewsOutliveThem) {

@@ -37,9 +37,11 @@ TEST(BlocksOnTheHost, AreNotHeldUpByAChildForkedInTheMidstOfACreation) {
     std::array<pid_t, 100> children{};
     for (pid_t& child : children) {
         child = fork();
-        if (child != 0) continue;
-        sleep(5);
-        _exit(0);
+        if (child == 0) {
+            sleep(5);
+            _exit(0);
+        }
+        usleep(500);  // the thread goes on
     }
     const auto start = std::chrono::steady_clock::now();
     stops = true;

@@ -74,6 +74,8 @@ class SharedBlocks(unittest.TestCase):
         self.assertEqual(self.one.ask("exist", self.name), "no")
 
     def test_a_killed_holder_holds_nothing_any_more(self):
+        self.other.ask("create", self.name + "-first", 10)
+        self.other.ask("close")
         self.one.ask("create", self.name, 100)
         self.assertEqual(self.other.ask("exist", self.name), "done")
         self.one.kill()

@@ -61,12 +61,12 @@ class MmFileCalls : public ScratchDrives {
   protected:
     MmFileCalls() { write(file(), std::string(1000, 'x')); }
     std::string file() const { return c("data"); }
-    // Makes the file 4 GiB and some bytes long, nearly all of them a hole.
-    void growBeyond4GiB(LONG bytes) const {
+    // Makes the file so many bytes long, nearly all of them a hole.
+    void grow(std::uint64_t size) const {
         void* const handle =
             Jw32FileOpen(file().c_str(), GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING, 0, 0);
-        LONG high = 1;
-        SetFilePointer(handle, bytes, &high, FILE_BEGIN);
+        auto high = static_cast<LONG>(size >> 32);
+        SetFilePointer(handle, static_cast<LONG>(size), &high, FILE_BEGIN);
         EXPECT_TRUE(SetEndOfFile(handle));
         CloseHandle(handle);
     }
@@ -180,7 +180,7 @@ TEST_F(MmFileCalls, LeaveAnOpenObjectWithoutAViewWhenAMoveFindsNone) {
 
 TEST_F(MmFileCalls, ReachTheFirst4GiBOfALargerFile) {
     constexpr std::uint64_t size = (std::uint64_t{1} << 32) + 100;
-    growBeyond4GiB(100);
+    grow(size);
     CJw32MmFile mapped;
     DWORD covered = 0, sizeHigh = 0;
     ASSERT_NE(mapped.Open(CJw32MmFile::eReadWrite, file().c_str(), covered), nullptr);
@@ -201,9 +201,13 @@ TEST_F(MmFileCalls, ReachTheFirst4GiBOfALargerFile) {
     EXPECT_EQ(lengths(script), (Texts{"0", "2147483647"}));
 }
 
-TEST_F(MmFileCalls, DoNotTake4GiBForAnEmptyFile) {
-    growBeyond4GiB(0);
+TEST_F(MmFileCalls, TakeNoSizeForAnEmptyFileOrAFailure) {
     CJw32MmFile mapped;
+    grow(0xFFFFFFFF);
+    ASSERT_NE(mapped.Open(CJw32MmFile::eRead, file().c_str()), nullptr);
+    EXPECT_EQ(mapped.Size(), 0xFFFFFFFFu);
+    mapped.Close();
+    grow(std::uint64_t{1} << 32);
     ASSERT_NE(mapped.Open(CJw32MmFile::eReadWrite, file().c_str()), nullptr);
     DWORD offset = 0xFFFFFFFF, length = 0xFFFFFFFF;
     ASSERT_NE(mapped.ReMap(offset, length), nullptr) << "the last byte";
