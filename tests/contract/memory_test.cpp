@@ -24,39 +24,24 @@ bool isAligned(const void* address) {
     return reinterpret_cast<DWORD_PTR>(address) % granularity() == 0;
 }
 
-TEST(GlobalHeap, GivesFixedBlocksOfZeros) {
-    for (const SIZE_T size : {SIZE_T{1}, SIZE_T{100}, SIZE_T{0x80000}}) {
-        const HGLOBAL handle = GlobalAlloc(GMEM_ZEROINIT, size);
-        ASSERT_NE(handle, nullptr) << size;
-        void* const block = GlobalLock(handle);
-        EXPECT_EQ(block, handle) << size;
-        EXPECT_TRUE(isZero(block, size)) << size;
-        GlobalUnlock(handle);
-        EXPECT_EQ(GlobalFree(handle), nullptr) << size;
-    }
+TEST(Memory, OfTheHeapIsFixed) {
+    const HGLOBAL handle = GlobalAlloc(GMEM_ZEROINIT, 100);
+    EXPECT_EQ(GlobalLock(handle), handle);
+    GlobalUnlock(handle);
+    EXPECT_EQ(GlobalFree(handle), nullptr);
 }
 
-TEST(Pages, AreZerosAtAMultipleOfTheGranularity) {
+TEST(Memory, OfPagesLiesAtAMultipleOfTheGranularityAndIsTakenBackWhole) {
     EXPECT_EQ(granularity(), 64u * 1024);
-    constexpr SIZE_T size = 3 * 64 * 1024 + 1;
-    for (int blocks = 0; blocks < 3; ++blocks) {
-        void* const block = VirtualAlloc(nullptr, size, MEM_COMMIT, PAGE_READWRITE);
-        ASSERT_NE(block, nullptr);
-        EXPECT_TRUE(isAligned(block));
-        EXPECT_TRUE(isZero(block, size));
-        std::memset(block, 1, size);
-        EXPECT_TRUE(VirtualFree(block, 0, MEM_RELEASE));
-    }
-}
-
-TEST(Pages, AreRefusedAndTakenBackByTheRules) {
     EXPECT_EQ(VirtualAlloc(nullptr, 0, MEM_COMMIT, PAGE_READWRITE), nullptr);
     EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
-    void* const block = VirtualAlloc(nullptr, 1, MEM_COMMIT, PAGE_READWRITE);
-    EXPECT_FALSE(VirtualFree(block, 1, MEM_RELEASE)) << "a part of a block";
+    void* const first = VirtualAlloc(nullptr, 1, MEM_COMMIT, PAGE_READWRITE);
+    void* const second = VirtualAlloc(nullptr, 1, MEM_COMMIT, PAGE_READWRITE);
+    EXPECT_TRUE(first != second && isAligned(first) && isAligned(second));
+    EXPECT_FALSE(VirtualFree(first, 1, MEM_RELEASE)) << "a part of a block";
     EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
-    EXPECT_TRUE(VirtualFree(block, 0, MEM_RELEASE));
-    EXPECT_FALSE(VirtualFree(block, 0, MEM_RELEASE)) << "twice";
+    for (void* const block : {first, second}) EXPECT_TRUE(VirtualFree(block, 0, MEM_RELEASE));
+    EXPECT_FALSE(VirtualFree(first, 0, MEM_RELEASE)) << "twice";
     EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
 }
 
@@ -116,8 +101,10 @@ TEST_F(Mappings, AreRefusedWithTheCodeOfTheReason) {
 }
 
 TEST_F(Mappings, GiveViewsByAccessOffsetAndLength) {
-    const HANDLE reads = map(GENERIC_READ, PAGE_READONLY), writes = map(both, PAGE_READWRITE);
     const DWORD step = granularity();
+    write(c("even"), std::string(step, 'a'));
+    const HANDLE reads = map(GENERIC_READ, PAGE_READONLY), writes = map(both, PAGE_READWRITE),
+                 even = map(c("even"), GENERIC_READ, PAGE_READONLY);
     const struct {
         const char* what;
         HANDLE mapping;
@@ -133,6 +120,7 @@ TEST_F(Mappings, GiveViewsByAccessOffsetAndLength) {
         {"an offset off the granularity", reads, FILE_MAP_READ, 4096, 1, ERROR_MAPPED_ALIGNMENT, 0},
         {"more than there is", reads, FILE_MAP_READ, 0, size_ + 1, ERROR_ACCESS_DENIED, 0},
         {"an offset behind the end", reads, FILE_MAP_READ, 2 * step, 0, ERROR_INVALID_PARAMETER, 0},
+        {"all behind the end", even, FILE_MAP_READ, step, 0, ERROR_INVALID_PARAMETER, 0},
         {"no mapping", INVALID_HANDLE_VALUE, FILE_MAP_READ, 0, 0, ERROR_INVALID_HANDLE, 0},
     };
     for (const auto& row : rows) {
@@ -147,16 +135,7 @@ TEST_F(Mappings, GiveViewsByAccessOffsetAndLength) {
         EXPECT_EQ(*static_cast<char*>(view), row.first);
         EXPECT_TRUE(UnmapViewOfFile(view));
     }
-    CloseHandle(reads);
-    CloseHandle(writes);
-}
-
-TEST_F(Mappings, GiveNoViewBehindTheLastByte) {
-    write(c("even"), std::string(granularity(), 'a'));
-    const HANDLE mapping = map(c("even"), GENERIC_READ, PAGE_READONLY);
-    EXPECT_EQ(MapViewOfFile(mapping, FILE_MAP_READ, 0, granularity(), 0), nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
-    CloseHandle(mapping);
+    for (const HANDLE mapping : {reads, writes, even}) CloseHandle(mapping);
 }
 
 TEST_F(Mappings, GiveViewsThatAreWrittenByAccessAlone) {
@@ -176,7 +155,7 @@ TEST_F(Mappings, GiveViewsThatAreWrittenByAccessAlone) {
 }
 
 TEST_F(Mappings, OutliveTheHandleOfTheFileAndViewsOutliveThem) {
-    const HANDLE mapping = map(both, PAGE_READWRITE);
+    const HANDLE mapping = map(both, PAGE_READWRITE, size_ + 5000);
     auto* const view = static_cast<char*>(MapViewOfFile(mapping, FILE_MAP_WRITE, 0, 0, 0));
     ASSERT_NE(view, nullptr);
     CloseHandle(mapping);
@@ -185,13 +164,7 @@ TEST_F(Mappings, OutliveTheHandleOfTheFileAndViewsOutliveThem) {
     EXPECT_FALSE(UnmapViewOfFile(view)) << "twice";
     EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_ADDRESS});
     EXPECT_EQ(read(file()).front(), 'z');
-}
-
-TEST_F(Mappings, LetAFileGrowThatIsWritten) {
-    const HANDLE mapping = map(both, PAGE_READWRITE, size_ + 5000);
-    ASSERT_NE(mapping, nullptr);
-    CloseHandle(mapping);
-    EXPECT_EQ(Jw32FileSize(file().c_str()), static_cast<LONG>(size_ + 5000));
+    EXPECT_EQ(Jw32FileSize(file().c_str()), static_cast<LONG>(size_ + 5000)) << "it has grown";
 }
 
 TEST_F(Mappings, KeepNobodyFromTheFileOnceItsHandleIsClosed) {
@@ -227,42 +200,24 @@ class Blocks : public testing::Test {
     }
 };
 
-TEST_F(Blocks, LiveAsLongAsAnyHandle) {
+TEST_F(Blocks, LiveAsLongAsAnyHandleWhateverViewsAreLeft) {
     EXPECT_FALSE(exists(name()));
     EXPECT_EQ(GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
     const HANDLE first = create(name());
     EXPECT_EQ(GetLastError(), DWORD{ERROR_SUCCESS});
-    const HANDLE second = open(name());
-    ASSERT_NE(second, nullptr);
+    const HANDLE second = create(name(), 100);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_ALREADY_EXISTS});
+    auto* const one = static_cast<char*>(MapViewOfFile(first, FILE_MAP_WRITE, 0, 0, 0));
+    auto* const other = static_cast<char*>(MapViewOfFile(second, FILE_MAP_WRITE, 0, 0, 0));
+    ASSERT_TRUE(one != nullptr && other != nullptr && one != other);
+    EXPECT_TRUE(isZero(one, 5000));
     CloseHandle(first);
     EXPECT_TRUE(exists(name())) << "a handle is open";
     CloseHandle(second);
     EXPECT_FALSE(exists(name())) << "no handle is open";
-}
-
-TEST_F(Blocks, EndWithTheLastHandleWhateverViewsAreLeft) {
-    const HANDLE handles[] = {create(name()), open(name())};
-    void* views[2];
-    for (int i = 0; i < 2; ++i) views[i] = MapViewOfFile(handles[i], FILE_MAP_WRITE, 0, 0, 0);
-    for (const HANDLE handle : handles) CloseHandle(handle);
-    EXPECT_FALSE(exists(name()));
-    static_cast<char*>(views[0])[4999] = 'x';
-    EXPECT_EQ(static_cast<char*>(views[1])[4999], 'x') << "the views keep the bytes";
-    for (void* const view : views) UnmapViewOfFile(view);
-}
-
-TEST_F(Blocks, ShowTheSameBytesInEveryView) {
-    const HANDLE first = create(name()), second = create(name(), 100);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_ALREADY_EXISTS});
-    auto* const one = static_cast<char*>(MapViewOfFile(first, FILE_MAP_WRITE, 0, 0, 0));
-    auto* const other = static_cast<char*>(MapViewOfFile(second, FILE_MAP_WRITE, 0, 0, 0));
-    ASSERT_TRUE(one != nullptr && other != nullptr);
-    EXPECT_NE(one, other);
-    EXPECT_TRUE(isZero(one, 5000));
     one[4999] = 'x';
-    EXPECT_EQ(other[4999], 'x') << "the block that stands decides the size";
+    EXPECT_EQ(other[4999], 'x') << "the views keep the bytes, of the block that stood";
     for (const char* const view : {one, other}) UnmapViewOfFile(view);
-    for (const HANDLE handle : {first, second}) CloseHandle(handle);
 }
 
 TEST_F(Blocks, GoByTheRulesOfNames) {

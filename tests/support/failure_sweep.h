@@ -31,6 +31,17 @@ struct Swept {
     std::vector<std::pair<std::string, DWORD>> toldAs = {};
 };
 
+// An operation that opens a fresh object: `open(object, triple)` gives null on failure.
+template <class Object, class Open>
+Swept openingOf(const char* name, Open open, std::vector<std::string> passedOver = {}) {
+    const auto act = [open](Triple& triple) {
+        const auto object = std::make_shared<Object>();
+        const bool failed = open(*object, triple) == nullptr;
+        return Outcome{failed, object};
+    };
+    return {name, [act] { return act; }, std::move(passedOver)};
+}
+
 namespace sweeping {
 
 inline constexpr DWORD code = ERROR_GEN_FAILURE;
