@@ -2,7 +2,6 @@
 #include "jw32/temporary_files.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 
 #include "frame/multibyte.h"

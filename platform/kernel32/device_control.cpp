@@ -6,7 +6,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "ioapiset.h"
 #include "machine/file_object.h"
@@ -56,9 +55,7 @@ std::string hostTarget(std::u16string_view name) {
     if (!name.starts_with(prefix)) return {};
     std::u16string text = u"\\\\?\\";
     text += name.substr(prefix.size());
-    std::vector<wchar_t> wide(text.begin(), text.end());
-    wide.push_back(0);
-    const auto path = machine::parsePath(wide.data());
+    const auto path = machine::parsePath(text);
     if (path.fileError() != 0) return {};
     const auto found = machine::findOnHost(path);
     return found.exists() ? found.path : machine::literalHostPath(path);

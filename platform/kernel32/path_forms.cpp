@@ -1,14 +1,13 @@
-// Full and short forms of paths, and the current directory.
+// Full forms of paths, and the current directory.
 #include <string>
 
 #include "fileapi.h"
 #include "machine/ansi.h"
 #include "machine/deliver.h"
 #include "machine/host_errors.h"
-#include "machine/lookup.h"
 #include "machine/path_pieces.h"
+#include "machine/paths.h"
 #include "machine/script.h"
-#include "machine/short_names.h"
 #include "winerror.h"
 
 namespace {
@@ -34,26 +33,6 @@ DWORD deliverFull(const Text& text, std::size_t lastPartLength, Character* buffe
     return length;
 }
 
-std::u16string fullText(const machine::Path& path) {
-    auto text = path.text();
-    if (path.trailingSeparator) text += u'\\';
-    return text;
-}
-
-// The short form of each component as it stands on the host.
-std::u16string shortText(const machine::Path& path) {
-    auto result = machine::Path(path);
-    auto prefix = path;
-    prefix.components.clear();
-    for (auto& component : result.components) {
-        prefix.components.push_back(component);
-        const auto found = machine::findOnHost(prefix);
-        const auto name = machine::fromUtf8(found.path.substr(found.path.rfind('/') + 1));
-        component = machine::isShortForm(component) ? component : machine::shortNameOf(name);
-    }
-    return fullText(result);
-}
-
 }  // namespace
 
 DWORD WINAPI GetFullPathNameW(LPCWSTR name, DWORD size, LPWSTR buffer, LPWSTR* lastPart) {
@@ -71,17 +50,6 @@ DWORD WINAPI GetFullPathNameA(LPCSTR name, DWORD size, LPSTR buffer, LPSTR* last
     const auto full = machine::fullPathOf(machine::fromWide(machine::WideArgument(name)));
     const auto lastPartLength = machine::toAnsi(lastPartOf(full)).size();
     return deliverFull(machine::toAnsi(full), lastPartLength, buffer, size, lastPart);
-}
-
-DWORD WINAPI GetShortPathNameA(LPCSTR name, LPSTR buffer, DWORD size) {
-    if (const auto scripted = machine::call("GetShortPathNameA", name, size)) {
-        return scripted.or_(DWORD{0});
-    }
-    const auto path = machine::parsePath(machine::WideArgument(name));
-    if (const DWORD code = path.fileError()) return failWith(code, DWORD{0});
-    const auto found = machine::findOnHost(path);
-    if (!found.exists()) return failWith(found.error, DWORD{0});
-    return deliver(machine::toAnsi(shortText(path)), buffer, size);
 }
 
 DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR buffer) {

@@ -166,16 +166,18 @@ Path currentDirectory() {
 }
 
 Path parsePath(const wchar_t* text, Wildcards wildcards) {
-    const auto whole = fromWide(text);
-    const std::u16string_view view = whole;
-    if (view.empty()) return invalid(ERROR_PATH_NOT_FOUND);
-    const bool asItStands = view.starts_with(u"\\\\?\\");
-    const bool onDevice = view.starts_with(u"\\\\.\\");
-    auto path = asItStands ? verbatim(view.substr(4))
-                : onDevice ? device(view.substr(4))
-                           : absolute(view);
+    return parsePath(fromWide(text), wildcards);
+}
+
+Path parsePath(std::u16string_view text, Wildcards wildcards) {
+    if (text.empty()) return invalid(ERROR_PATH_NOT_FOUND);
+    const bool asItStands = text.starts_with(u"\\\\?\\");
+    const bool onDevice = text.starts_with(u"\\\\.\\");
+    auto path = asItStands ? verbatim(text.substr(4))
+                : onDevice ? device(text.substr(4))
+                           : absolute(text);
     if (path.error != 0 || path.kind == Path::Kind::NullDevice) return path;
-    path.trailingSeparator = isSeparator(view.back()) && !path.components.empty();
+    path.trailingSeparator = isSeparator(text.back()) && !path.components.empty();
     path = checked(std::move(path), wildcards);
     const bool tooLong =
         !asItStands && path.kind == Path::Kind::File && path.text().size() >= MAX_PATH;

@@ -38,6 +38,7 @@ enum class Wildcards { Refused, InLastComponent };
 // a name with characters that no name may hold and a path of 260 characters or more without the
 // "\\?\" prefix are invalid.
 Path parsePath(const wchar_t* text, Wildcards wildcards = Wildcards::Refused);
+Path parsePath(std::u16string_view text, Wildcards wildcards = Wildcards::Refused);
 
 // A host path, absolute and without links, as a path of the interface: on the drive whose folder
 // holds it most closely.

@@ -6,13 +6,12 @@
 #include <cstring>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "machine/ansi.h"
 #include "machine/host_errors.h"
 #include "machine/lookup.h"
 #include "machine/machine.h"
 #include "machine/script.h"
+#include "machine/text.h"
 #include "machine/user.h"
 #include "shlobj.h"
 #include "winerror.h"
@@ -105,12 +104,6 @@ std::string baseText(Base base) {
     return {};
 }
 
-machine::Path pathOf(const std::string& text) {
-    auto wide = machine::fromUtf8(text);
-    wide.push_back(0);
-    return machine::parsePath(std::vector<wchar_t>(wide.begin(), wide.end()).data());
-}
-
 // Makes the folder and those above it that are missing.
 DWORD makeFolder(const machine::Path& path) {
     constexpr mode_t newDirectoryMode = 0777;
@@ -126,7 +119,7 @@ DWORD makeFolder(const machine::Path& path) {
 // What becomes of the folder under the flags.
 HRESULT verify(const std::string& text, int flags) {
     if ((flags & CSIDL_FLAG_DONT_VERIFY) != 0) return S_OK;
-    const auto path = pathOf(text);
+    const auto path = machine::parsePath(machine::fromUtf8(text));
     if (const DWORD code = path.fileError()) return HRESULT_FROM_WIN32(code);
     const auto found = machine::findOnHost(path);
     if (found.exists() && found.isDirectory()) return S_OK;
