@@ -18,8 +18,8 @@
 /// 520 bytes, is given as it stands, its first 520 bytes at most; a value of TEMP of more than 516
 /// bytes does not become that of TMP.
 ///
-/// The environment belongs to the process and is changed without a lock: threads that call this
-/// first together should not read it otherwise meanwhile.
+/// The environment belongs to the process and is changed without a lock: while a call completes it,
+/// no other thread should read or change it, through these operations or otherwise.
 ///
 /// @param[out] pszBuffer receives the directory, cut to what fits; the rest of the buffer is
 ///        cleared; may be null

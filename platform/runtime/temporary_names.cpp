@@ -8,15 +8,15 @@
 #include <string>
 
 #include "crtsecure.h"
-#include "machine/ansi.h"
 #include "machine/environment.h"
 #include "machine/lookup.h"
 #include "machine/script.h"
+#include "machine/text.h"
 
 namespace {
 
 machine::HostName find(const std::string& name) {
-    const auto path = machine::parsePath(machine::WideArgument(name.c_str()));
+    const auto path = machine::parsePath(machine::fromAnsi(name));
     if (path.fileError() != 0) return {.path = {}, .error = path.fileError()};
     return machine::findOnHost(path);
 }
@@ -26,13 +26,11 @@ bool isDirectory(const std::string& name) {
     return found.exists() && found.isDirectory();
 }
 
-// The directory of TMP, else the one that is asked for, else the current one. None where both are
-// named but missing.
+// The directory of TMP, else the one that is asked for, else the current one: the first that exists.
 std::optional<std::string> folderFor(const char* wanted) {
     const auto variable = machine::environmentVariable("TMP");
     if (variable && isDirectory(*variable)) return variable;
     if (wanted != nullptr && isDirectory(wanted)) return wanted;
-    if (variable && wanted != nullptr) return std::nullopt;
     const auto here = machine::currentDirectory();
     return here.fileError() == 0 ? std::optional(machine::toAnsi(here.text())) : std::nullopt;
 }
