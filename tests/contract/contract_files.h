@@ -1,61 +1,81 @@
 // The fixture of the tests about files: the scratch drives, and opening that tells its code.
 #pragma once
 
-#include <ostream>
-
 #include "support/scratch_drives.h"
 #include "support/wide.h"
 #include "wine.h"
 
-inline constexpr DWORD shareNothing = 0;
-// Known differences that concern several tests, in words.
+// A known difference that concerns several tests, in words.
 inline constexpr const char* wineLetsRootWrite =
     "Wine leaves read-only to the host's permissions, which do not bind its administrator";
-inline constexpr const char* wineMissesDrives =
-    "Wine takes a missing drive for a missing file, where Windows misses the path";
 
+inline constexpr DWORD reading = GENERIC_READ, writing = GENERIC_WRITE;
+inline constexpr DWORD shareNothing = 0, shareRead = FILE_SHARE_READ;
 inline constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+inline constexpr DWORD normal = FILE_ATTRIBUTE_NORMAL, directory = FILE_ATTRIBUTE_DIRECTORY;
+inline constexpr DWORD readOnly = FILE_ATTRIBUTE_READONLY, hidden = FILE_ATTRIBUTE_HIDDEN;
+inline constexpr DWORD archive = FILE_ATTRIBUTE_ARCHIVE, badParameter = ERROR_INVALID_PARAMETER;
+inline constexpr DWORD noFile = ERROR_FILE_NOT_FOUND, noPath = ERROR_PATH_NOT_FOUND;
+inline constexpr DWORD denied = ERROR_ACCESS_DENIED, inUse = ERROR_SHARING_VIOLATION;
+inline constexpr DWORD fileThere = ERROR_FILE_EXISTS, alreadyThere = ERROR_ALREADY_EXISTS;
+inline constexpr DWORD badName = ERROR_INVALID_NAME, badHandle = ERROR_INVALID_HANDLE;
+
+using PathCode = std::pair<std::string, DWORD>;
+
+inline std::string narrow(const wchar_t* text) {
+    char result[MAX_PATH] = "";
+    WideCharToMultiByte(CP_ACP, 0, text, -1, result, sizeof result, nullptr, nullptr);
+    return result;
+}
 
 // A handle that CreateFileW gave, closed at the end.
 class Opened {
   public:
-    Opened(const wchar_t* name, DWORD access, DWORD share, DWORD disposition, DWORD flags = 0) {
-        SetLastError(untouched);
-        handle = CreateFileW(name, access, share, nullptr, disposition, flags, nullptr);
-        code = GetLastError();
-    }
+    Opened(const std::string& name, DWORD access, DWORD share, DWORD disposition, DWORD flags = 0)
+        : handle((SetLastError(4711),
+                  CreateFileW(Wide(name), access, share, nullptr, disposition, flags, nullptr))),
+          code(GetLastError()) {}
     ~Opened() {
         if (*this) CloseHandle(handle);
     }
     Opened(const Opened&) = delete;
-    Opened& operator=(const Opened&) = delete;
     explicit operator bool() const { return handle != INVALID_HANDLE_VALUE; }
 
-    HANDLE handle;
-    DWORD code;  // the last error behind the call
-
-  private:
-    static constexpr DWORD untouched = 4711;
+    const HANDLE handle;
+    const DWORD code;  // the last error behind the call
 };
 
 class ContractFiles : public ScratchDrives {
   protected:
-    // The last error of a call that gave a Boolean; 0 when the call succeeded.
-    template <class Call>
-    static DWORD codeOf(Call call) {
+    // The last error of a call that failed, or 0; the next call starts without one.
+    static DWORD codeOf(BOOL succeeded) {
+        const DWORD code = succeeded ? 0 : GetLastError();
         SetLastError(0);
-        return call() ? 0 : GetLastError();
-    }
-    DWORD makeFolder(const std::string& name) const {
-        return codeOf([&] { return CreateDirectoryW(Wide(c(name)), nullptr); });
+        return code;
     }
     // The code of opening for reading; 0: it can be opened.
     static DWORD openCode(const std::string& path) {
-        const Opened file(Wide(path), GENERIC_READ, shareAll, OPEN_EXISTING);
+        const Opened file(path, reading, shareAll, OPEN_EXISTING);
         return file ? 0 : file.code;
     }
-    void makeHidden(const std::string& name, DWORD attributes) const {
-        write(c(name), "content");
-        EXPECT_TRUE(SetFileAttributesW(Wide(c(name)), attributes)) << name;
+    static DWORD makeFolder(const std::string& path) {
+        return codeOf(CreateDirectoryW(Wide(path), nullptr));
+    }
+    static DWORD setAttributes(const std::string& path, DWORD attributes) {
+        return codeOf(SetFileAttributesW(Wide(path), attributes));
+    }
+    static WIN32_FIND_DATAW record(const std::string& path) {
+        WIN32_FIND_DATAW result{};
+        EXPECT_TRUE(FindClose(FindFirstFileW(Wide(path), &result))) << path;
+        return result;
+    }
+};
+
+// The same with a file and a folder to work on.
+class ContractEntries : public ContractFiles {
+  protected:
+    ContractEntries() {
+        makeFolder(c("folder"));
+        write(c("file"), "content");
     }
 };

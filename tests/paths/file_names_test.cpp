@@ -14,9 +14,10 @@ TEST(FileName, IsValidByItsCharactersAlone) {
         const char* name;
         int valid;
     } const rows[] = {
-        {nullptr, 0}, {"", 0},     {"   ", 0},   {" a", 1},       {"a ", 1},  {".", 1},
-        {"CON", 1},   {"a?b", 0},  {"a*b", 0},   {"a\\b", 0},     {"a:b", 0}, {"a/b", 0},
-        {"a|b", 0},   {"a\tb", 0}, {"a+[b]", 1}, {"name.txt", 1},
+        {nullptr, 0},    {"", 0},    {"   ", 0}, {" a", 1},   {"a ", 1},
+        {".", 1},        {"CON", 1}, {"a?b", 0}, {"a*b", 0},  {"a\\b", 0},
+        {"a:b", 0},      {"a/b", 0}, {"a|b", 0}, {"a\tb", 0}, {"a+[b]", 1},
+        {"name.txt", 1}, {"a<", 0},  {"a>", 0},  {"a\"", 0},  {"\xE4~", 1},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(Jw32FilenameIsValid(row.name), row.valid) << (row.name ? row.name : "null");
@@ -35,6 +36,7 @@ TEST(FileName, ReplacesWhatTheMaskDoesNotAllow) {
         {"a?b*c", GCT_LFNCHAR | GCT_SHORTCHAR | GCT_WILD, "a?b*c", 0},
         {"C:\\a b", GCT_LFNCHAR | GCT_SHORTCHAR | GCT_SEPARATOR, "C:\\a b", 0},
         {"C:\\a b", GCT_LFNCHAR | GCT_SHORTCHAR, "C__a b", 2},
+        {" a,b;", GCT_SHORTCHAR, "_a_b_", 3},
         {"ab", 0, "__", 2},
         {"", 0, "", 0},
     };
