@@ -16,6 +16,5 @@ inline constexpr int CSTR_EQUAL = 2;
 inline constexpr int CSTR_GREATER_THAN = 3;
 
 WINBASEAPI UINT WINAPI GetACP();
-WINBASEAPI BOOL WINAPI IsDBCSLeadByteEx(UINT codePage, BYTE byte);
 WINBASEAPI int WINAPI CompareStringA(LCID locale, DWORD flags, LPCSTR left, int leftLength,
                                      LPCSTR right, int rightLength);

@@ -57,10 +57,6 @@ UINT WINAPI GetACP() {
     return machine::current().codePage;
 }
 
-BOOL WINAPI IsDBCSLeadByteEx(UINT codePage, BYTE byte) {
-    return machine::isLeadByte(resolved(codePage), byte) ? TRUE : FALSE;
-}
-
 int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR source, int sourceLength,
                                LPWSTR target, int targetSize) {
     if (const auto scripted = machine::call("MultiByteToWideChar", codePage, flags, source,

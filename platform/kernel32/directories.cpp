@@ -40,7 +40,6 @@ BOOL WINAPI CreateDirectoryW(LPCWSTR name, LPSECURITY_ATTRIBUTES security) {
     constexpr mode_t newDirectoryMode = 0777;
     const auto path = machine::parsePath(name);
     if (const DWORD code = path.fileError()) return failWith(code, FALSE);
-    if (path.isRoot()) return failWith(ERROR_ALREADY_EXISTS, FALSE);
     const auto found = machine::findOnHost(path);
     if (found.exists()) return failWith(ERROR_ALREADY_EXISTS, FALSE);
     if (!found.canBeMade()) return failWith(found.error, FALSE);

@@ -46,7 +46,6 @@ UINT WINAPI GetDriveTypeA(LPCSTR root) {
         return scripted.or_(DRIVE_NO_ROOT_DIR);
     }
     std::string text = root == nullptr ? "" : root;
-    if (root != nullptr && text.empty()) return DRIVE_NO_ROOT_DIR;
     if (text.size() == 2 && text[1] == ':') text += '\\';
     const machine::WideArgument wide(root == nullptr ? nullptr : text.c_str());
     const auto path = rootOrCurrent(wide);

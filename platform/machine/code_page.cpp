@@ -140,14 +140,15 @@ std::string encodeUtf8(std::u16string_view text) {
     return result;
 }
 
+// Whether the byte opens a double-byte character of the code page.
+bool isLeadByte(std::uint32_t codePage, std::uint8_t byte) {
+    return codePage == 932 && ((byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC));
+}
+
 }  // namespace
 
 bool isCodePage(std::uint32_t codePage) {
     return codePage == utf8CodePage || codePage == 1252 || codePage == 932;
-}
-
-bool isLeadByte(std::uint32_t codePage, std::uint8_t byte) {
-    return codePage == 932 && ((byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC));
 }
 
 std::size_t firstCharacterLength(std::uint32_t codePage, std::string_view text) {

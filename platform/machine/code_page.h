@@ -11,9 +11,6 @@ inline constexpr std::uint32_t utf8CodePage = 65001;
 
 bool isCodePage(std::uint32_t codePage);
 
-// Whether the byte opens a double-byte character of the code page.
-bool isLeadByte(std::uint32_t codePage, std::uint8_t byte);
-
 // The number of bytes of the text's first character; the text is not empty. A byte that opens no
 // valid character counts as one, and so does a lead byte in front of the terminator.
 std::size_t firstCharacterLength(std::uint32_t codePage, std::string_view text);
