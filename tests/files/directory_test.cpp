@@ -11,14 +11,8 @@ namespace {
 
 class Directory : public ScratchDrives {
   protected:
-    int create(const std::string& path) {
-        triple = {};
-        return Jw32DirectoryCreate(path.c_str(), &triple.code, triple.text, triple.size);
-    }
-    int exist(const std::string& path) {
-        triple = {};
-        return Jw32DirectoryExist(path.c_str(), &triple.code, triple.text, triple.size);
-    }
+    int create(const std::string& path) { return triple.of(Jw32DirectoryCreate, path.c_str()); }
+    int exist(const std::string& path) { return triple.of(Jw32DirectoryExist, path.c_str()); }
 
     Triple triple;
 };
@@ -28,9 +22,7 @@ TEST_F(Directory, IsFoundWithAndWithoutALastBackslash) {
     for (const char* const name : {"A long directory name", "a LONG directory name\\", "A lo*"}) {
         WIN32_FIND_DATAA record;
         std::memset(&record, 0x55, sizeof record);
-        triple = {};
-        void* const search =
-            Jw32DirectoryFind(c(name).c_str(), &record, &triple.code, triple.text, triple.size);
+        void* const search = triple.of(Jw32DirectoryFind, c(name).c_str(), &record);
         ASSERT_NE(search, INVALID_HANDLE_VALUE) << name;
         EXPECT_TRUE(triple.isClear()) << triple;
         EXPECT_TRUE(FindClose(search));
@@ -47,8 +39,7 @@ TEST_F(Directory, IsFoundWithAndWithoutALastBackslash) {
 TEST_F(Directory, DescribesAFileThatIsFoundInItsPlace) {
     write(c("file"), "1234");
     WIN32_FIND_DATAA record{};
-    EXPECT_EQ(Jw32DirectoryFind(c("file").c_str(), &record, &triple.code, triple.text, triple.size),
-              INVALID_HANDLE_VALUE);
+    EXPECT_EQ(triple.of(Jw32DirectoryFind, c("file").c_str(), &record), INVALID_HANDLE_VALUE);
     EXPECT_TRUE(triple.isClear()) << triple;
     EXPECT_EQ(record.nFileSizeLow, 4u);
     EXPECT_STREQ(record.cFileName, "file");
@@ -59,9 +50,7 @@ TEST_F(Directory, IsNotFoundWithoutPathOrRecord) {
     for (const auto& [path, target] : {std::pair<const char*, WIN32_FIND_DATAA*>{nullptr, &record},
                                        {"", &record},
                                        {"C:\\", nullptr}}) {
-        triple = {};
-        EXPECT_EQ(Jw32DirectoryFind(path, target, &triple.code, triple.text, triple.size),
-                  INVALID_HANDLE_VALUE);
+        EXPECT_EQ(triple.of(Jw32DirectoryFind, path, target), INVALID_HANDLE_VALUE);
         EXPECT_TRUE(triple.isClear()) << triple;
     }
 }
@@ -84,11 +73,8 @@ TEST_F(Directory, IsCreatedWithAllThatIsMissingAboveIt) {
         EXPECT_TRUE(triple.isClear()) << triple;
         EXPECT_EQ(exist(c(path)), 1) << path;
     }
-}
-
-TEST_F(Directory, CountsAsCreatedWhereAFileStands) {
     write(c("file"), "");
-    EXPECT_EQ(create(c("file")), 1);
+    EXPECT_EQ(create(c("file")), 1) << "where a file stands";
     EXPECT_TRUE(triple.isClear()) << triple;
 }
 

@@ -21,24 +21,20 @@ namespace fs = std::filesystem;
 const std::string so = "\x83\x5C", noh = "\x94\x5C";
 const std::string soOnHost = "\u30BD", nohOnHost = "\u80FD";
 
-// The scratch drives of a machine with another code page.
-class CodePageMachine {
-  protected:
-    explicit CodePageMachine(std::uint32_t codePage) : installed_(with(codePage)) {}
-
-  private:
-    static machine::Machine with(std::uint32_t codePage) {
+template <std::uint32_t CodePage>
+class WithCodePage {
+    static machine::Machine changed() {
         auto result = machine::current();
-        result.codePage = codePage;
+        result.codePage = CodePage;
         return result;
     }
-    machine::Installed installed_;
+    const machine::Installed installed_{changed()};
 };
 
-class OnCodePage : private CodePageMachine, public ScratchDrives {
+// The scratch drives of a machine with another code page.
+template <std::uint32_t CodePage>
+class OnCodePage : private WithCodePage<CodePage>, public ScratchDrives {
   protected:
-    explicit OnCodePage(std::uint32_t codePage) : CodePageMachine(codePage) {}
-
     // Where a name of the folder on C: lies on the host.
     fs::path host(const std::string& name) const {
         return fs::path(machine::current().drives.front().folder) / c().substr(3) / name;
@@ -46,13 +42,12 @@ class OnCodePage : private CodePageMachine, public ScratchDrives {
     static const unsigned char* bytes(const std::string& text) {
         return reinterpret_cast<const unsigned char*>(text.c_str());
     }
-};
-
-class DoubleByteNames : public OnCodePage {
-  protected:
-    DoubleByteNames() : OnCodePage(932) {}
     Triple triple;
 };
+
+using DoubleByteNames = OnCodePage<932>;
+using SingleByteNames = OnCodePage<1252>;
+using Utf8Names = OnCodePage<65001>;
 
 TEST_F(DoubleByteNames, AreNoSeparatorsWhenDirectoriesAreMade) {
     EXPECT_EQ(Jw32DirectoryCreate(c(noh + "\\a\\" + so).c_str()), 1);
@@ -72,7 +67,7 @@ TEST_F(DoubleByteNames, OfFilesGoThroughEveryOperation) {
     EXPECT_EQ(read(d(so)), "content");
     EXPECT_EQ(Jw32FileHide(d(so).c_str()), 1);
     EXPECT_TRUE(attributes(d(so)) & FILE_ATTRIBUTE_HIDDEN);
-    EXPECT_EQ(Jw32FileFind(c(so).c_str(), &triple.code, triple.text, triple.size), 0);
+    EXPECT_EQ(triple.of(Jw32FileFind, c(so).c_str()), 0);
     EXPECT_TRUE(triple.tells(ERROR_FILE_NOT_FOUND)) << triple;
 }
 
@@ -129,6 +124,7 @@ TEST_F(DoubleByteNames, AreSteppedAndSearchedByCharacters) {
     const auto* const start = bytes(text);
     EXPECT_EQ(_mbsinc(start) - start, 2);
     EXPECT_EQ(_mbschr(start, '\\') - start, 2);
+    EXPECT_EQ(_mbschr(start, 0) - start, 5);
     EXPECT_EQ(_mbsrchr(start, '\\') - start, 2);
     EXPECT_EQ(_mbschr(start, 0x945C) - start, 3);
     EXPECT_EQ(_mbschr(start + 3, '\\'), nullptr);
@@ -143,7 +139,7 @@ TEST_F(DoubleByteNames, AreSteppedAndSearchedByCharacters) {
 
 TEST_F(DoubleByteNames, WithBytesOfNoCharacterAreNamesAllTheSame) {
     for (const char* const name : {"\x83", "a\x83", "\x83 b", "\x81\xAD", "\xFF\xA0", "\x83\x01"}) {
-        EXPECT_EQ(Jw32FileFind(c(name).c_str(), &triple.code, triple.text, triple.size), 0);
+        EXPECT_EQ(triple.of(Jw32FileFind, c(name).c_str()), 0);
         EXPECT_TRUE(triple.tells(ERROR_FILE_NOT_FOUND)) << triple;
         write(c(name), "content");
         EXPECT_EQ(read(c(name)), "content");
@@ -153,11 +149,6 @@ TEST_F(DoubleByteNames, WithBytesOfNoCharacterAreNamesAllTheSame) {
     const std::string half = "\x83";
     EXPECT_EQ(_mbschr(bytes(half), '\\'), nullptr) << "looks behind the terminator";
 }
-
-class SingleByteNames : public OnCodePage {
-  protected:
-    SingleByteNames() : OnCodePage(1252) {}
-};
 
 TEST_F(SingleByteNames, EndWhereABackslashStands) {
     EXPECT_EQ(Jw32DirectoryCreate(c(so + "x").c_str()), 1);
@@ -181,16 +172,8 @@ TEST_F(SingleByteNames, StandInForWhatTheCodePageLacks) {
     EXPECT_TRUE(found);
 }
 
-class Utf8Names : public OnCodePage {
-  protected:
-    Utf8Names() : OnCodePage(65001) {}
-};
-
 TEST_F(Utf8Names, OfTheHostNeedNotBeValid) {
-    std::ofstream(
-        host("bad\xFF"
-             "name"))
-        << "content";
+    std::ofstream(host("bad\xFFname")) << "content";
     WIN32_FIND_DATAW record;
     const HANDLE search = FindFirstFileW(Wide(c("bad*")), &record);
     ASSERT_NE(search, INVALID_HANDLE_VALUE);
@@ -200,10 +183,7 @@ TEST_F(Utf8Names, OfTheHostNeedNotBeValid) {
     ASSERT_TRUE(SetCurrentDirectoryA(c().c_str()));
     EXPECT_TRUE(DeleteFileW(record.cFileName)) << "cannot be had by the name that was found";
     EXPECT_TRUE(SetCurrentDirectoryA(former));
-    EXPECT_EQ(Jw32FileFind(c("bad\xFF"
-                             "name")
-                               .c_str()),
-              0);
+    EXPECT_EQ(Jw32FileFind(c("bad\xFFname").c_str()), 0);
 }
 
 }  // namespace

@@ -27,87 +27,69 @@ Outcome owned(HANDLE result, BOOL (*close)(HANDLE)) {
 
 const Operation operations[] = {
     {"Jw32FileRead",
-     [](const Scene& scene, Triple& t) {
+     [](const Scene& s, Triple& t) {
          char byte;
-         return Outcome{!Jw32FileRead(scene.open.get(), &byte, 1, &t.code, t.text, t.size)};
+         return Outcome{!t.of(Jw32FileRead, s.open.get(), &byte, 1)};
      }},
     {"Jw32FileWrite",
-     [](const Scene& scene, Triple& t) {
-         return Outcome{!Jw32FileWrite(scene.open.get(), "x", 1, &t.code, t.text, t.size)};
-     }},
+     [](const Scene& s, Triple& t) { return Outcome{!t.of(Jw32FileWrite, s.open.get(), "x", 1)}; }},
     {"Jw32FileSeek",
-     [](const Scene& scene, Triple& t) {
-         return Outcome{!Jw32FileSeek(scene.open.get(), 3, &t.code, t.text, t.size)};
-     }},
+     [](const Scene& s, Triple& t) { return Outcome{!t.of(Jw32FileSeek, s.open.get(), 3)}; }},
     {"Jw32FileSeekEnd",
-     [](const Scene& scene, Triple& t) {
-         return Outcome{!Jw32FileSeekEnd(scene.open.get(), &t.code, t.text, t.size)};
-     }},
+     [](const Scene& s, Triple& t) { return Outcome{!t.of(Jw32FileSeekEnd, s.open.get())}; }},
     {"Jw32FileSize of a handle",
-     [](const Scene& scene, Triple& t) {
-         return Outcome{Jw32FileSize(scene.open.get(), &t.code, t.text, t.size) == -1};
+     [](const Scene& s, Triple& t) {
+         return Outcome{Jw32FileSize(s.open.get(), &t.code, t.text, t.size) == -1};
      }},
     {"Jw32FileSize of a name",
-     [](const Scene& scene, Triple& t) {
-         return Outcome{Jw32FileSize(scene.file.c_str(), &t.code, t.text, t.size) == -1};
+     [](const Scene& s, Triple& t) {
+         return Outcome{Jw32FileSize(s.file.c_str(), &t.code, t.text, t.size) == -1};
      },
      {"CloseHandle"}},
     {"Jw32FileCreate",
-     [](const Scene& scene, Triple& t) {
-         return owned(Jw32FileCreate(scene.target.c_str(), GENERIC_WRITE, CREATE_NEW, 0, 0, &t.code,
-                                     t.text, t.size),
+     [](const Scene& s, Triple& t) {
+         return owned(t.of(Jw32FileCreate, s.target.c_str(), GENERIC_WRITE, CREATE_NEW, 0, 0),
                       CloseHandle);
      }},
     {"Jw32FileOpen",
-     [](const Scene& scene, Triple& t) {
-         return owned(Jw32FileOpen(scene.file.c_str(), GENERIC_READ, OPEN_EXISTING, 0, 0, &t.code,
-                                   t.text, t.size),
+     [](const Scene& s, Triple& t) {
+         return owned(t.of(Jw32FileOpen, s.file.c_str(), GENERIC_READ, OPEN_EXISTING, 0, 0),
                       CloseHandle);
      }},
     {"Jw32FileFind",
-     [](const Scene& scene, Triple& t) {
-         return Outcome{!Jw32FileFind(scene.file.c_str(), &t.code, t.text, t.size)};
-     },
+     [](const Scene& s, Triple& t) { return Outcome{!t.of(Jw32FileFind, s.file.c_str())}; },
      {"FindClose"}},
     {"Jw32FileHide",
-     [](const Scene& scene, Triple& t) {
-         return Outcome{!Jw32FileHide(scene.file.c_str(), &t.code, t.text, t.size)};
-     }},
+     [](const Scene& s, Triple& t) { return Outcome{!t.of(Jw32FileHide, s.file.c_str())}; }},
     {"Jw32FileMove on one drive",
-     [](const Scene& scene, Triple& t) {
-         return Outcome{
-             !Jw32FileMove(scene.file.c_str(), scene.target.c_str(), &t.code, t.text, t.size)};
+     [](const Scene& s, Triple& t) {
+         return Outcome{!t.of(Jw32FileMove, s.file.c_str(), s.target.c_str())};
      },
      // Where the drives seem to differ, the file is copied.
      {"FindClose", "PathAddBackslashA", "PathIsSameRootW"}},
     {"Jw32FileMove between drives",
-     [](const Scene& scene, Triple& t) {
-         return Outcome{
-             !Jw32FileMove(scene.file.c_str(), scene.otherDrive.c_str(), &t.code, t.text, t.size)};
+     [](const Scene& s, Triple& t) {
+         return Outcome{!t.of(Jw32FileMove, s.file.c_str(), s.otherDrive.c_str())};
      },
      {"FindClose", "PathAddBackslashA", "PathIsSameRootW"}},
     {"Jw32DirectoryFind",
-     [](const Scene& scene, Triple& t) {
+     [](const Scene& s, Triple& t) {
          WIN32_FIND_DATAA record;
-         return owned(Jw32DirectoryFind(scene.folder.c_str(), &record, &t.code, t.text, t.size),
-                      FindClose);
+         return owned(t.of(Jw32DirectoryFind, s.folder.c_str(), &record), FindClose);
      },
      {"PathRemoveBackslashA"}},
     {"Jw32DirectoryExist",
-     [](const Scene& scene, Triple& t) {
-         return Outcome{!Jw32DirectoryExist(scene.folder.c_str(), &t.code, t.text, t.size)};
-     },
+     [](const Scene& s, Triple& t) { return Outcome{!t.of(Jw32DirectoryExist, s.folder.c_str())}; },
      {"PathRemoveBackslashA", "FindClose"}},
     // The levels above the last stand already.
     {"Jw32DirectoryCreate",
-     [](const Scene& scene, Triple& t) {
-         return Outcome{!Jw32DirectoryCreate(scene.target.c_str(), &t.code, t.text, t.size)};
+     [](const Scene& s, Triple& t) {
+         return Outcome{!t.of(Jw32DirectoryCreate, s.target.c_str())};
      },
      {"CreateDirectoryW#1", "CreateDirectoryW#2"}},
     {"Jw32DirectoryCreateAttr",
-     [](const Scene& scene, Triple& t) {
-         return Outcome{!Jw32DirectoryCreateAttr(scene.target.c_str(), FILE_ATTRIBUTE_HIDDEN, 0,
-                                                 &t.code, t.text, t.size)};
+     [](const Scene& s, Triple& t) {
+         return Outcome{!t.of(Jw32DirectoryCreateAttr, s.target.c_str(), FILE_ATTRIBUTE_HIDDEN, 0)};
      },
      {"CreateDirectoryW#1", "CreateDirectoryW#2", "GetFileAttributesA", "SetFileAttributesA"}},
 };

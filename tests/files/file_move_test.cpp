@@ -13,22 +13,12 @@ class FileMove : public ScratchDrives {
     ~FileMove() override { SetFileAttributesA(from.c_str(), FILE_ATTRIBUTE_NORMAL); }
 
     int move(const std::string& source, const std::string& target) {
-        triple = {};
-        return Jw32FileMove(source.c_str(), target.c_str(), &triple.code, triple.text, triple.size);
+        return triple.of(Jw32FileMove, source.c_str(), target.c_str());
     }
 
     const std::string from = c("from");
     Triple triple;
 };
-
-TEST_F(FileMove, RenamesOnOneDrive) {
-    std::string to = c("to");
-    to[0] = 'c';
-    EXPECT_EQ(move(from, to), 1);
-    EXPECT_TRUE(triple.isClear()) << triple;
-    EXPECT_FALSE(exists(from));
-    EXPECT_EQ(read(to), "moved");
-}
 
 TEST_F(FileMove, SparesTheTargetOnOneDrive) {
     write(c("to"), "stays");
@@ -38,12 +28,16 @@ TEST_F(FileMove, SparesTheTargetOnOneDrive) {
     EXPECT_EQ(read(c("to")), "stays");
 }
 
-TEST_F(FileMove, ReplacesTheTargetOnAnotherDrive) {
+TEST_F(FileMove, RenamesOnOneDriveAndReplacesTheTargetOnAnother) {
     write(d("to"), "replaced");
-    EXPECT_EQ(move(from, d("to")), 1);
-    EXPECT_TRUE(triple.isClear()) << triple;
-    EXPECT_FALSE(exists(from));
-    EXPECT_EQ(read(d("to")), "moved");
+    auto to = c("new");
+    to[0] = 'c';
+    for (const auto& [source, target] : {std::pair{from, to}, {to, d("to")}}) {
+        EXPECT_EQ(move(source, target), 1);
+        EXPECT_TRUE(triple.isClear()) << triple;
+        EXPECT_FALSE(exists(source));
+        EXPECT_EQ(read(target), "moved");
+    }
 }
 
 TEST_F(FileMove, LeavesBothFilesWhenTheSourceIsReadOnly) {

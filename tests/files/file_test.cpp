@@ -29,10 +29,9 @@ class File : public ScratchDrives {
 TEST_F(File, ReadsTheWholeCountOrSaysNo) {
     void* const file = open();
     char target[100] = "";
-    EXPECT_EQ(Jw32FileSeek(file, 60, &triple.code, triple.text, triple.size), 1);
+    EXPECT_EQ(triple.of(Jw32FileSeek, file, 60), 1);
     EXPECT_TRUE(triple.isClear()) << triple;
-    triple = {};
-    EXPECT_EQ(Jw32FileRead(file, target, 100, &triple.code, triple.text, triple.size), 0);
+    EXPECT_EQ(triple.of(Jw32FileRead, file, target, 100), 0);
     EXPECT_TRUE(triple.isClear()) << triple;
     EXPECT_EQ(std::string(target, 41), std::string(40, 'h') + '\0');
     EXPECT_EQ(Jw32FileRead(file, target, 1, &triple.code), 0);
@@ -52,7 +51,7 @@ TEST_F(File, SeeksBehindItsEndButNotBeforeItsBeginning) {
     EXPECT_EQ(Jw32FileWrite(file, "", 0), 1);
     EXPECT_EQ(Jw32FileWrite(file, "yz", 2), 1);
     EXPECT_EQ(Jw32FileSize(file), 203);
-    EXPECT_EQ(Jw32FileSeek(file, -1, &triple.code, triple.text, triple.size), 0);
+    EXPECT_EQ(triple.of(Jw32FileSeek, file, -1), 0);
     EXPECT_TRUE(triple.tells(ERROR_NEGATIVE_SEEK)) << triple;
 }
 
@@ -64,25 +63,15 @@ TEST_F(File, TellsItsSizeWhileOthersUseIt) {
     EXPECT_TRUE(triple.tells(ERROR_FILE_NOT_FOUND)) << triple;
 }
 
-TEST_F(File, ReportsAHandleThatIsNone) {
-    const auto none = INVALID_HANDLE_VALUE;
-    char byte = 0;
-    EXPECT_EQ(Jw32FileRead(none, &byte, 1, &triple.code, triple.text, triple.size), 0);
-    EXPECT_TRUE(triple.tells(ERROR_INVALID_HANDLE)) << triple;
-    EXPECT_EQ(Jw32FileSize(none, &triple.code, triple.text, triple.size), -1);
-    EXPECT_TRUE(triple.tells(ERROR_INVALID_HANDLE)) << triple;
-}
-
 TEST_F(File, IsCreatedOrOpenedByTheDispositionAlone) {
     int files = 0;
     for (const auto operation : {Jw32FileCreate, Jw32FileOpen}) {
         const std::string path = c("new" + std::to_string(++files));
-        EXPECT_EQ(operation(path.c_str(), GENERIC_READ, OPEN_EXISTING, 0, 0, &triple.code,
-                            triple.text, triple.size),
+        EXPECT_EQ(triple.of(operation, path.c_str(), GENERIC_READ, OPEN_EXISTING, 0, 0),
                   INVALID_HANDLE_VALUE);
         EXPECT_TRUE(triple.tells(ERROR_FILE_NOT_FOUND)) << triple;
-        void* const file = operation(path.c_str(), GENERIC_WRITE, CREATE_NEW, FILE_ATTRIBUTE_HIDDEN,
-                                     0, &triple.code, triple.text, triple.size);
+        void* const file =
+            triple.of(operation, path.c_str(), GENERIC_WRITE, CREATE_NEW, FILE_ATTRIBUTE_HIDDEN, 0);
         EXPECT_NE(file, INVALID_HANDLE_VALUE);
         EXPECT_TRUE(triple.isClear()) << triple;
         EXPECT_TRUE(attributes(path) & FILE_ATTRIBUTE_HIDDEN);
@@ -92,8 +81,7 @@ TEST_F(File, IsCreatedOrOpenedByTheDispositionAlone) {
 
 TEST_F(File, CannotBeCreatedWithoutAName) {
     for (const char* const name : {static_cast<const char*>(nullptr), ""}) {
-        EXPECT_EQ(Jw32FileCreate(name, GENERIC_WRITE, CREATE_ALWAYS, 0, 0, &triple.code,
-                                 triple.text, triple.size),
+        EXPECT_EQ(triple.of(Jw32FileCreate, name, GENERIC_WRITE, CREATE_ALWAYS, 0, 0),
                   INVALID_HANDLE_VALUE);
         EXPECT_TRUE(triple.tells(ERROR_PATH_NOT_FOUND)) << triple;
     }
@@ -113,9 +101,7 @@ TEST_F(File, IsFoundWhereItIsNoDirectory) {
         {c("missing"), 0, ERROR_FILE_NOT_FOUND},
     };
     for (const auto& row : rows) {
-        triple = {};
-        EXPECT_EQ(Jw32FileFind(row.name.c_str(), &triple.code, triple.text, triple.size),
-                  row.found);
+        EXPECT_EQ(triple.of(Jw32FileFind, row.name.c_str()), row.found);
         EXPECT_TRUE(row.code ? triple.tells(row.code) : triple.isClear()) << row.name << triple;
     }
     EXPECT_EQ(Jw32FileFind(nullptr, &triple.code), 0);
@@ -123,26 +109,19 @@ TEST_F(File, IsFoundWhereItIsNoDirectory) {
 
 TEST_F(File, LosesItsOtherAttributesWhenItGetsHidden) {
     const std::string path = c("file");
+    const DWORD readOnly = FILE_ATTRIBUTE_READONLY, both = FILE_ATTRIBUTE_HIDDEN | readOnly;
     write(path, "");
-    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY);
-    EXPECT_EQ(Jw32FileHide(path.c_str(), &triple.code, triple.text, triple.size), 1);
-    EXPECT_TRUE(triple.isClear()) << triple;
-    EXPECT_EQ(attributes(path) & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_READONLY),
-              DWORD{FILE_ATTRIBUTE_HIDDEN});
-}
-
-TEST_F(File, KeepsItsAttributesWhenItIsHiddenAlready) {
-    const std::string path = c("file");
-    const DWORD both = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_READONLY;
-    write(path, "");
-    SetFileAttributesA(path.c_str(), both);
-    EXPECT_EQ(Jw32FileHide(path.c_str()), 1);
-    EXPECT_EQ(attributes(path) & both, both);
-    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-    EXPECT_EQ(Jw32FileHide(c("missing").c_str(), &triple.code, triple.text, triple.size), 0);
+    for (const auto& [set, kept] :
+         {std::pair{readOnly, DWORD{FILE_ATTRIBUTE_HIDDEN}}, {both, both}}) {
+        SetFileAttributesA(path.c_str(), set);
+        EXPECT_EQ(triple.of(Jw32FileHide, path.c_str()), 1);
+        EXPECT_TRUE(triple.isClear()) << triple;
+        EXPECT_EQ(attributes(path) & both, kept);
+    }
+    EXPECT_EQ(triple.of(Jw32FileHide, c("missing").c_str()), 0);
     EXPECT_TRUE(triple.tells(ERROR_FILE_NOT_FOUND)) << triple;
     for (const char* const name : {static_cast<const char*>(nullptr), ""}) {
-        EXPECT_EQ(Jw32FileHide(name, &triple.code, triple.text, triple.size), 0);
+        EXPECT_EQ(triple.of(Jw32FileHide, name), 0);
         EXPECT_TRUE(triple.isClear()) << triple;
     }
 }

@@ -19,10 +19,4 @@ TEST(Messages, AreTheSystemsOwn) {
     EXPECT_STREQ(comText, expected);
 }
 
-TEST(Messages, AreMissingForUnknownCodes) {
-    char text[256] = "";
-    EXPECT_EQ(Jw32SystemMessage(0xE0001234, text, sizeof text), 0u);
-    EXPECT_STREQ(text, "");
-}
-
 }  // namespace

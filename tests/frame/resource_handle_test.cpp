@@ -30,12 +30,19 @@ TEST(ResourceHandle, StandsUntilAThreadStartsOrEnds) {
 }
 
 TEST(ResourceHandle, LeadsToTheStrings) {
-    const char* const expected[] = {"", "Not Available",
-                                    "Cannot create filemapping for files with size 0"};
-    for (UINT id = 1; id <= 2; ++id) {
+    struct {
+        UINT id;
+        int room;
+        const char* text;
+    } const rows[] = {{1, 260, "Not Available"},
+                      {2, 260, "Cannot create filemapping for files with size 0"},
+                      {1, 4, "Not"},
+                      {4711, 260, ""}};
+    for (const auto& row : rows) {
         char text[260] = "";
-        LoadStringA(Jw32GetResourceHandle(), id, text, sizeof text);
-        EXPECT_STREQ(text, expected[id]);
+        const int length = LoadStringA(Jw32GetResourceHandle(), row.id, text, row.room);
+        EXPECT_STREQ(text, row.text);
+        EXPECT_EQ(length, static_cast<int>(std::string(row.text).size()));
     }
 }
 
