@@ -35,6 +35,7 @@ TEST_F(FileIo, NeedsTheAccessThatTheHandleHas) {
     char byte = 'x';
     EXPECT_EQ(codeOf(WriteFile(reader.handle, &byte, 1, &moved, nullptr)), denied);
     EXPECT_EQ(codeOf(ReadFile(writer.handle, &byte, 1, &moved, nullptr)), denied);
+    EXPECT_EQ(codeOf(FindClose(reader.handle)), badHandle) << "a file is no search";
     // Known difference: Wine takes the handle for a wrong parameter.
     EXPECT_EQ(codeOf(SetEndOfFile(reader.handle)), onWine() ? badParameter : denied);
 }

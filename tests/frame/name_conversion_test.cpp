@@ -21,21 +21,14 @@ std::basic_string<char> narrowed(const wchar_t* text) {
     return result;
 }
 
-TEST(WideName, LiesInPlaceUpTo127Characters) {
-    for (const std::size_t length : {0u, 1u, 127u, 128u, 5000u}) {
-        const std::string source(length, 'n');
-        const Jw32WideName name(source.c_str());
-        EXPECT_EQ(narrowed(name), source);
-        EXPECT_EQ(isInPlace(name, static_cast<const wchar_t*>(name)), length <= 127) << length;
-    }
-}
-
-TEST(AnsiName, LiesInPlaceUpTo31Characters) {
-    for (const std::size_t length : {0u, 31u, 32u, 5000u}) {
+TEST(Names, LieInPlaceUpTo127WideAnd31NarrowCharacters) {
+    for (const std::size_t length : {0u, 1u, 31u, 32u, 127u, 128u, 5000u}) {
         const std::string source(length, 'n');
         const Jw32WideName wide(source.c_str());
         const Jw32AnsiName name(wide);
+        EXPECT_EQ(narrowed(wide), source);
         EXPECT_EQ(static_cast<const char*>(name), source);
+        EXPECT_EQ(isInPlace(wide, static_cast<const wchar_t*>(wide)), length <= 127) << length;
         EXPECT_EQ(isInPlace(name, static_cast<const char*>(name)), length <= 31) << length;
     }
 }
