@@ -150,6 +150,12 @@ std::vector<std::string> Script::names() const {
     return result;
 }
 
+std::vector<std::string> Script::texts() const {
+    std::vector<std::string> result;
+    for (const auto& call : calls()) result.push_back(call.text());
+    return result;
+}
+
 unsigned Script::count(std::string_view name) const {
     const auto made = names();
     return static_cast<unsigned>(std::count(made.begin(), made.end(), name));

@@ -28,7 +28,7 @@ struct CallRecord {
 };
 
 // While it lives, the calls of all threads are recorded, and the rules given to it decide them.
-// Rules count calls from the construction on, beginning with 1. One script at a time.
+// A rule counts calls from when it is given, beginning with 1. One script at a time.
 class PLATFORM_API Script {
   public:
     Script();
@@ -48,6 +48,8 @@ class PLATFORM_API Script {
     std::vector<CallRecord> calls() const;
     // The names of the recorded calls, without their arguments.
     std::vector<std::string> names() const;
+    // Name and arguments of each.
+    std::vector<std::string> texts() const;
     unsigned count(std::string_view name) const;
 
   private:

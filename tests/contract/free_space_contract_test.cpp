@@ -4,51 +4,34 @@
 
 namespace {
 
-struct Bytes {
-    ULARGE_INTEGER available{}, total{}, free{};
-};
-
 TEST(FreeSpaceContract, TheCallForLargeDisksIsFoundByName) {
     const HMODULE module = LoadLibraryA("KERNEL32.DLL");
-    ASSERT_NE(module, nullptr);
     EXPECT_NE(GetProcAddress(module, "GetDiskFreeSpaceExA"), nullptr);
     EXPECT_EQ(GetProcAddress(module, "GetDiskFreeSpaceExQ"), nullptr);
     EXPECT_EQ(GetLastError(), DWORD{ERROR_PROC_NOT_FOUND});
     EXPECT_TRUE(FreeLibrary(module));
 }
 
-TEST(FreeSpaceContract, TakesADriveWithAndWithoutItsBackslash) {
-    for (const char* const drive : {"C:", "C:\\", "c:", static_cast<const char*>(nullptr)}) {
-        Bytes bytes;
-        ASSERT_TRUE(GetDiskFreeSpaceExA(drive, &bytes.available, &bytes.total, &bytes.free));
-        EXPECT_GT(bytes.available.QuadPart, 0u);
-        EXPECT_LE(bytes.available.QuadPart, bytes.free.QuadPart);
-        EXPECT_LE(bytes.free.QuadPart, bytes.total.QuadPart);
+TEST(FreeSpaceContract, ClustersTellTheSameAsBytesOfADriveThatExists) {
+    ULARGE_INTEGER available{}, total{}, free{};
+    DWORD sectors = 0, sectorSize = 0, freeClusters = 0, totalClusters = 0;
+    for (const char* const drive : {"C:\\", "c:", static_cast<const char*>(nullptr), "C:"}) {
+        ASSERT_TRUE(GetDiskFreeSpaceExA(drive, &available, &total, &free)) << drive;
+        EXPECT_GT(available.QuadPart, 0u) << drive;
+        EXPECT_LE(available.QuadPart, free.QuadPart) << drive;
+        EXPECT_LE(free.QuadPart, total.QuadPart) << drive;
     }
-}
-
-TEST(FreeSpaceContract, ClustersTellTheSameAsBytes) {
-    Bytes bytes;
-    DWORD sectorsPerCluster = 0, bytesPerSector = 0, freeClusters = 0, totalClusters = 0;
-    ASSERT_TRUE(GetDiskFreeSpaceExA("C:", &bytes.available, &bytes.total, &bytes.free));
-    ASSERT_TRUE(GetDiskFreeSpaceA("C:\\", &sectorsPerCluster, &bytesPerSector, &freeClusters,
-                                  &totalClusters));
-    EXPECT_EQ(bytesPerSector, 512u);
-    const double cluster = 1.0 * bytesPerSector * sectorsPerCluster;
-    const auto total = static_cast<double>(bytes.total.QuadPart);
-    EXPECT_NEAR(cluster * totalClusters, total, total / 100);
+    ASSERT_TRUE(GetDiskFreeSpaceA("C:\\", &sectors, &sectorSize, &freeClusters, &totalClusters));
+    EXPECT_EQ(sectorSize, 512u);
+    const double cluster = 1.0 * sectorSize * sectors, whole = static_cast<double>(total.QuadPart);
+    EXPECT_NEAR(cluster * totalClusters, whole, whole / 100);
     // Others write to the host's disk at the same time.
-    EXPECT_NEAR(cluster * freeClusters, static_cast<double>(bytes.available.QuadPart), total / 8);
-}
-
-TEST(FreeSpaceContract, AMissingDriveIsAMissingPath) {
-    Bytes bytes;
-    DWORD number = 0;
+    EXPECT_NEAR(cluster * freeClusters, static_cast<double>(available.QuadPart), whole / 8);
     SetLastError(0);
-    EXPECT_FALSE(GetDiskFreeSpaceExA("Q:", &bytes.available, &bytes.total, &bytes.free));
+    EXPECT_FALSE(GetDiskFreeSpaceExA("Q:", &available, &total, &free));
     EXPECT_EQ(GetLastError(), DWORD{ERROR_PATH_NOT_FOUND});
     SetLastError(0);
-    EXPECT_FALSE(GetDiskFreeSpaceA("Q:\\", &number, &number, &number, &number));
+    EXPECT_FALSE(GetDiskFreeSpaceA("Q:\\", &sectors, &sectorSize, &freeClusters, &totalClusters));
     EXPECT_EQ(GetLastError(), DWORD{ERROR_PATH_NOT_FOUND});
 }
 

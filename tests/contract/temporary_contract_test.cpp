@@ -4,7 +4,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <string>
 
 #include "contract/wine.h"
 #include "support/scratch_drives.h"
@@ -12,21 +11,17 @@
 
 namespace {
 
-class Text {
-  public:
-    explicit Text(char* text) : text_(text) {}
-    ~Text() { std::free(text_); }
-    Text(const Text&) = delete;
-    Text& operator=(const Text&) = delete;
-    bool isNull() const { return text_ == nullptr; }
-    std::string string() const { return text_ != nullptr ? text_ : "null"; }
-
-  private:
-    char* text_;
-};
-
 class TemporaryContract : public ScratchDrives {
   protected:
+    // A name from the runtime; "null": there is none.
+    static std::string name(const std::string& directory, const char* prefix) {
+        return text(_tempnam(directory.empty() ? nullptr : directory.c_str(), prefix));
+    }
+    static std::string text(char* block) {
+        const std::string result = block != nullptr ? block : "null";
+        std::free(block);
+        return result;
+    }
     TemporaryVariables kept_;
 };
 
@@ -34,8 +29,9 @@ TEST_F(TemporaryContract, AVariableIsSetReadAndTakenAway) {
     char* value = nullptr;
     std::size_t length = 7;
     EXPECT_EQ(_putenv("TMP=some text=x"), 0);
+    EXPECT_EQ(_putenv("TMP"), -1) << "an assignment needs its sign";
     EXPECT_EQ(_dupenv_s(&value, &length, "TMP"), 0);
-    EXPECT_EQ(Text(value).string(), "some text=x");
+    EXPECT_EQ(text(value), "some text=x");
     EXPECT_EQ(length, 12u) << "the terminator counts";
     EXPECT_EQ(_putenv("TMP="), 0);
     EXPECT_EQ(_dupenv_s(&value, &length, "TMP"), 0);
@@ -43,71 +39,62 @@ TEST_F(TemporaryContract, AVariableIsSetReadAndTakenAway) {
     EXPECT_EQ(length, 0u);
 }
 
-TEST_F(TemporaryContract, AnAssignmentNeedsItsSign) {
-    EXPECT_EQ(_putenv("TMP"), -1);
-}
-
-TEST_F(TemporaryContract, TheLongFormReplacesShortNamesAndNothingElse) {
-    const auto name = c("A rather long name");
-    ASSERT_TRUE(Jw32DirectoryCreate((name + "\\Another long name").c_str()));
-    char shortForm[MAX_PATH] = "", longForm[MAX_PATH] = "";
-    ASSERT_GT(GetShortPathNameA((name + "\\Another long name").c_str(), shortForm, MAX_PATH), 0u);
-    const DWORD length = GetLongPathNameA(shortForm, longForm, MAX_PATH);
-    EXPECT_EQ(longForm, name + "\\Another long name");
-    EXPECT_EQ(length, std::string(longForm).size());
-    EXPECT_EQ(GetLongPathNameA(shortForm, longForm, 5), length + 1) << "the room that it needs";
-    for (const std::string& same :
-         {std::string("C:\\"), std::string("C:"), c() + "\\", c() + "\\..\\" + c().substr(3),
-          c() + "\\.", "c" + c().substr(1)}) {
-        EXPECT_EQ(GetLongPathNameA(same.c_str(), longForm, MAX_PATH), same.size());
-        EXPECT_EQ(longForm, same);
-    }
-}
-
 // Known difference: where a folder on the way is missing, Wine says that the file is.
-TEST_F(TemporaryContract, WhatDoesNotExistHasNoLongForm) {
-    char form[MAX_PATH] = "";
-    SetLastError(0);
-    EXPECT_EQ(GetLongPathNameA(c("missing").c_str(), form, MAX_PATH), 0u);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
-    SetLastError(0);
-    EXPECT_EQ(GetLongPathNameA(c("missing\\below").c_str(), form, MAX_PATH), 0u);
-    const DWORD code = GetLastError();
-    EXPECT_EQ(code, onWine() ? DWORD{ERROR_FILE_NOT_FOUND} : DWORD{ERROR_PATH_NOT_FOUND});
-    EXPECT_EQ(GetLongPathNameA("", form, MAX_PATH), 0u);
-}
-
-TEST_F(TemporaryContract, ATemporaryNameLiesInTheDirectoryOfTmp) {
-    kept_.set(c(), "");
-    const Text inTmp(_tempnam(d().c_str(), "jwt"));
-    EXPECT_EQ(inTmp.string().rfind(c("jwt"), 0), 0u) << inTmp.string();
-    EXPECT_FALSE(exists(inTmp.string()));
-    kept_.set("", "");
-    const Text given(_tempnam(d().c_str(), "jwt")), next(_tempnam(d().c_str(), "jwt"));
-    EXPECT_EQ(given.string().rfind(d("jwt"), 0), 0u) << given.string();
-    EXPECT_FALSE(exists(given.string()));
-    EXPECT_NE(given.string(), next.string());
-    const Text bare(_tempnam(d().c_str(), nullptr));
-    EXPECT_EQ(bare.string().rfind(d() + "\\", 0), 0u) << bare.string();
-}
-
-// Known difference: where the directory that counts is missing, Wine has no name, and the runtime of
-// Windows goes on with the next one.
-TEST_F(TemporaryContract, ATemporaryNamePassesOverMissingDirectories) {
-    for (const char* const tmp : {"Q:\\missing", ""}) {
-        kept_.set(tmp, "");
-        EXPECT_EQ(Text(_tempnam("Q:\\missing", "jwt")).isNull(), onWine()) << tmp;
+TEST_F(TemporaryContract, TheLongFormReplacesShortNamesAndNothingElse) {
+    const auto longName = c("A rather long name\\Another long name"),
+               up = c() + "\\..\\" + c().substr(3);
+    ASSERT_TRUE(Jw32DirectoryCreate(longName.c_str()));
+    char shortForm[MAX_PATH] = "", form[MAX_PATH] = "";
+    ASSERT_GT(GetShortPathNameA(longName.c_str(), shortForm, MAX_PATH), 0u);
+    EXPECT_EQ(GetLongPathNameA(shortForm, form, 5), longName.size() + 1)
+        << "the room that it needs";
+    EXPECT_EQ(GetLongPathNameA(shortForm, form, MAX_PATH), longName.size());
+    EXPECT_EQ(form, longName);
+    for (const std::string& same : {std::string("C:\\"), std::string("C:"), c() + "\\", up,
+                                    c() + "\\.", "c" + c().substr(1)}) {
+        EXPECT_EQ(GetLongPathNameA(same.c_str(), form, MAX_PATH), same.size());
+        EXPECT_EQ(form, same);
     }
-    kept_.set("Q:\\missing", "");
-    EXPECT_EQ(Text(_tempnam(d().c_str(), "jwt")).isNull(), onWine());
+    const DWORD file = ERROR_FILE_NOT_FOUND, path = ERROR_PATH_NOT_FOUND;
+    const std::pair<std::string, DWORD> rows[] = {
+        {c("missing"), file},
+        {c("missing\\below"), onWine() ? file : path},
+        {"", path},
+    };
+    for (const auto& [name, code] : rows) {
+        SetLastError(0);
+        EXPECT_EQ(GetLongPathNameA(name.c_str(), form, MAX_PATH), 0u);
+        EXPECT_EQ(GetLastError(), code) << name;
+    }
 }
 
-// Known difference: Wine takes three characters of the prefix at most and adds an extension.
-TEST_F(TemporaryContract, ATemporaryNameIsThePrefixAndANumber) {
-    kept_.set(c(), "");
-    const Text name(_tempnam(nullptr, "prefix"));
-    EXPECT_EQ(name.string().rfind(c(onWine() ? "pre" : "prefix"), 0), 0u) << name.string();
-    EXPECT_EQ(name.string().find('.') != std::string::npos, onWine()) << name.string();
+// Known differences: Wine takes three characters of the prefix at most and adds an extension. Where
+// the directory that counts is missing, it has no name, and the runtime of Windows goes on with the
+// next one.
+TEST_F(TemporaryContract, ATemporaryNameLiesInTheFirstDirectoryThatExists) {
+    const auto none = std::string(), missing = std::string("Q:\\missing"),
+               null = std::string("null");
+    const struct {
+        std::string tmp, wanted, begin;
+    } rows[] = {{c(), d(), c("jwt")},
+                {c(), none, c("jwt")},
+                {none, d(), d("jwt")},
+                {missing, d(), onWine() ? null : d("jwt")},
+                {missing, missing, onWine() ? null : "C:\\"},
+                {none, missing, onWine() ? null : "C:\\"}};
+    for (const auto& row : rows) {
+        kept_.set(row.tmp, none);
+        const auto first = name(row.wanted, "jwt"), second = name(row.wanted, "jwt");
+        EXPECT_EQ(first.rfind(row.begin, 0), 0u)
+            << first << " for " << row.tmp << " and " << row.wanted;
+        EXPECT_EQ(first == second, first == null);
+        EXPECT_FALSE(exists(first));
+    }
+    kept_.set(c(), none);
+    EXPECT_EQ(name(none, nullptr).rfind(c() + "\\", 0), 0u);
+    const auto prefixed = name(none, "prefix");
+    EXPECT_EQ(prefixed.rfind(c(onWine() ? "pre" : "prefix"), 0), 0u) << prefixed;
+    EXPECT_EQ(prefixed.find('.') != std::string::npos, onWine()) << prefixed;
 }
 
 }  // namespace

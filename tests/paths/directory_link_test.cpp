@@ -2,22 +2,12 @@
 #include <gtest/gtest.h>
 #include <jw32/directory_links.h>
 
+#include "contract/wine.h"
 #include "support/scratch_drives.h"
 
 namespace {
 
 constexpr DWORD linkAttributes = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
-
-bool volumeHasLinks() {
-    const wchar_t root[] = {'C', ':', '\\', 0};
-    DWORD longest = 0, flags = 0;
-    GetVolumeInformationW(root, nullptr, 0, nullptr, &longest, &flags, nullptr, 0);
-    return (flags & FILE_SUPPORTS_REPARSE_POINTS) != 0;
-}
-
-int makeLink(const std::string& link, const std::string& target, bool dryRun = false) {
-    return Jw32MakeDirectoryLink(link.c_str(), target.c_str(), dryRun ? 1 : 0);
-}
 
 class DirectoryLink : public ScratchDrives {
   protected:
@@ -25,68 +15,68 @@ class DirectoryLink : public ScratchDrives {
         Jw32DirectoryCreate(c("target").c_str());
         write(c("target\\file"), "content");
     }
-    static bool isEmptyDirectory(const std::string& path) {
-        return attributes(path) == FILE_ATTRIBUTE_DIRECTORY &&
-               Jw32FileFind((path + "\\file").c_str()) == 0;
+    int make(const std::string& link, const std::string& target, int dryRun = 0) const {
+        return Jw32MakeDirectoryLink(c(link).c_str(), target.c_str(), dryRun);
+    }
+    static bool isPlainDirectory(const std::string& path) {
+        return attributes(path) == FILE_ATTRIBUTE_DIRECTORY;
     }
 };
 
-TEST_F(DirectoryLink, NeedsALinkOnAnAbsolutePathAndATarget) {
-    const auto link = c("link"), target = c("target");
-    for (const int dryRun : {0, 1}) {
-        EXPECT_EQ(Jw32MakeDirectoryLink(nullptr, target.c_str(), dryRun), 0);
-        EXPECT_EQ(Jw32MakeDirectoryLink("", target.c_str(), dryRun), 0);
-        EXPECT_EQ(Jw32MakeDirectoryLink(link.c_str(), nullptr, dryRun), 0);
-        EXPECT_EQ(Jw32MakeDirectoryLink(link.c_str(), "", dryRun), 0);
-        EXPECT_EQ(Jw32MakeDirectoryLink("link", target.c_str(), dryRun), 0);
-        EXPECT_EQ(Jw32MakeDirectoryLink("folder\\link", target.c_str(), dryRun), 0);
-        EXPECT_EQ(Jw32MakeDirectoryLink("Q:\\link", target.c_str(), dryRun), 0);
+// Known difference: the volumes of Wine have no reparse points.
+TEST_F(DirectoryLink, IsTriedOutAndMadeOnAVolumeThatHasLinks) {
+    Jw32DirectoryCreate(c("empty").c_str());
+    for (const char* const place : {"link", "empty"}) {
+        EXPECT_EQ(make(place, c("target"), 7), onWine() ? 0 : 1) << place;
+        EXPECT_EQ(exists(c(place)), place == std::string("empty")) << "after a dry run: " << place;
     }
-    EXPECT_FALSE(exists(link));
+    EXPECT_TRUE(isPlainDirectory(c("empty")));
+    EXPECT_EQ(make("link", c("target")), onWine() ? 0 : 1);
+    EXPECT_EQ(exists(c("link")), !onWine());
 }
 
-// Known difference: the volumes of Wine have no reparse points.
-TEST_F(DirectoryLink, IsMadeOnAVolumeThatHasLinksOnly) {
-    const bool hasLinks = volumeHasLinks();
-    EXPECT_EQ(makeLink(c("link"), c("target"), true), hasLinks ? 1 : 0);
-    EXPECT_FALSE(exists(c("link")));
-    EXPECT_EQ(makeLink(c("link"), c("target")), hasLinks ? 1 : 0);
-    EXPECT_EQ(exists(c("link")), hasLinks);
+TEST_F(DirectoryLink, NeedsALinkOnAnAbsolutePathAndATarget) {
+    const auto there = c("link"), to = c("target");
+    const char *const link = there.c_str(), *const target = to.c_str();
+    const char* const rows[][2] = {{nullptr, target},   {"", target},     {link, nullptr},
+                                   {link, ""},          {"link", target}, {"folder\\link", target},
+                                   {"Q:\\link", target}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(Jw32MakeDirectoryLink(row[0], row[1], 0), 0) << row[0] << " to " << row[1];
+        EXPECT_EQ(Jw32MakeDirectoryLink(row[0], row[1], 1), 0) << row[0] << " to " << row[1];
+    }
+    EXPECT_FALSE(exists(link));
 }
 
 class MadeDirectoryLink : public DirectoryLink {
   protected:
     void SetUp() override {
-        if (!volumeHasLinks()) GTEST_SKIP() << "the volume has no links";
+        if (onWine()) GTEST_SKIP() << "the volume has no links";
     }
 };
 
-TEST_F(MadeDirectoryLink, StandsForItsTarget) {
-    ASSERT_EQ(makeLink(c("link"), c("target")), 1);
-    EXPECT_EQ(attributes(c("link")), linkAttributes);
-    EXPECT_EQ(read(c("link\\file")), "content");
+TEST_F(MadeDirectoryLink, StandsForItsTargetAndIsLeftAloneByTheNext) {
+    ASSERT_EQ(make("link", c("target\\")), 1);
+    EXPECT_EQ(make("link", d()), 0);
+    EXPECT_EQ(make("link", d(), 1), 0);
     write(c("link\\new"), "new content");
+    EXPECT_EQ(read(c("link\\file")), "content");
     EXPECT_EQ(read(c("target\\new")), "new content");
     WIN32_FIND_DATAA record{};
-    void* const search = Jw32DirectoryFind(c("link").c_str(), &record);
-    ASSERT_NE(search, INVALID_HANDLE_VALUE);
-    FindClose(search);
-    EXPECT_EQ(record.dwFileAttributes, linkAttributes);
+    FindClose(Jw32DirectoryFind(c("link").c_str(), &record));
     EXPECT_STREQ(record.cFileName, "link");
-}
-
-TEST_F(MadeDirectoryLink, GoesWithoutItsTarget) {
-    ASSERT_EQ(makeLink(c("link"), c("target")), 1);
+    EXPECT_EQ(record.dwFileAttributes, linkAttributes);
+    EXPECT_EQ(attributes(c("link")), linkAttributes);
     removeTree(c("link"));
     EXPECT_FALSE(exists(c("link")));
-    EXPECT_TRUE(exists(c("target")));
+    EXPECT_TRUE(exists(c("target\\new"))) << "it goes without its target";
 }
 
 TEST_F(MadeDirectoryLink, MayLeadToARootOrToNothing) {
     write(d("file"), "on D:");
-    ASSERT_EQ(makeLink(c("root"), "D:\\"), 1);
+    ASSERT_EQ(make("root", "D:\\"), 1);
     EXPECT_EQ(read(c("root") + d("file").substr(2)), "on D:");
-    ASSERT_EQ(makeLink(c("dangling"), c("missing\\below")), 1);
+    ASSERT_EQ(make("dangling", c("missing\\below")), 1);
     EXPECT_EQ(attributes(c("dangling")), linkAttributes);
     EXPECT_FALSE(exists(c("dangling\\file")));
     Jw32DirectoryCreate(c("missing\\below").c_str());
@@ -94,39 +84,16 @@ TEST_F(MadeDirectoryLink, MayLeadToARootOrToNothing) {
     EXPECT_EQ(read(c("dangling\\file")), "late");
 }
 
-TEST_F(MadeDirectoryLink, TakesATargetWithItsLastBackslash) {
-    ASSERT_EQ(makeLink(c("link"), c("target\\")), 1);
-    EXPECT_EQ(read(c("link\\file")), "content");
-}
-
 TEST_F(MadeDirectoryLink, TakesThePlaceOfAnEmptyDirectoryOnly) {
     Jw32DirectoryCreate(c("empty").c_str());
-    EXPECT_EQ(makeLink(c("empty"), c("target")), 1);
+    EXPECT_EQ(make("empty", c("target")), 1);
     EXPECT_EQ(read(c("empty\\file")), "content");
-    Jw32DirectoryCreate(c("full\\sub").c_str());
-    EXPECT_EQ(makeLink(c("full"), c("target")), 0);
-    EXPECT_EQ(attributes(c("full")), DWORD{FILE_ATTRIBUTE_DIRECTORY});
-    EXPECT_TRUE(exists(c("full\\sub")));
-    EXPECT_EQ(makeLink(c("target\\file"), c("full")), 0);
+    for (const char* const place : {"target", "target\\file", "missing\\link"}) {
+        EXPECT_EQ(make(place, d()), 0) << place;
+    }
+    EXPECT_TRUE(isPlainDirectory(c("target")));
     EXPECT_EQ(read(c("target\\file")), "content");
-    EXPECT_EQ(makeLink(c("missing\\link"), c("target")), 0);
     EXPECT_FALSE(exists(c("missing")));
-}
-
-TEST_F(MadeDirectoryLink, IsLeftAloneByTheNext) {
-    Jw32DirectoryCreate(c("other").c_str());
-    ASSERT_EQ(makeLink(c("link"), c("target")), 1);
-    EXPECT_EQ(makeLink(c("link"), c("other")), 0);
-    EXPECT_EQ(makeLink(c("link"), c("other"), true), 0);
-    EXPECT_EQ(read(c("link\\file")), "content");
-}
-
-TEST_F(MadeDirectoryLink, IsTriedOutWithoutATrace) {
-    EXPECT_EQ(makeLink(c("link"), c("target"), true), 1);
-    EXPECT_FALSE(exists(c("link")));
-    Jw32DirectoryCreate(c("empty").c_str());
-    EXPECT_EQ(makeLink(c("empty"), c("target"), true), 1);
-    EXPECT_TRUE(isEmptyDirectory(c("empty")));
 }
 
 }  // namespace

@@ -1,284 +1,240 @@
 // Which platform calls the folders and the temporary names make, and what comes of their failures.
 #include <gmock/gmock.h>
 #include <jw32/folders.h>
-#include <jw32/frame.h>
 #include <jw32/temporary_files.h>
 #include <shlobj.h>
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
 #include <set>
 #include <thread>
-#include <vector>
 
 #include "machine/machine.h"
-#include "machine/testing.h"
+#include "support/failure_sweep.h"
 #include "support/scratch_drives.h"
 #include "support/temporary_variables.h"
-#include "support/triple.h"
 
 namespace {
 
-using testing::Each;
 using testing::ElementsAre;
 
-std::vector<std::string> texts(const machine::Script& script, std::size_t most) {
-    std::vector<std::string> result;
-    for (const auto& call : script.calls()) {
-        if (result.size() < most) result.push_back(call.text());
-    }
-    return result;
-}
-
-TEST(ModulePathCalls, OfAModuleInTheRootOfADriveGiveTheBareDrive) {
+TEST(ModulePathCalls, TellTheBareDriveOrNoFolder) {
     auto machine = machine::current();
     const auto program = std::filesystem::canonical("/proc/self/exe");
     machine.drives.push_back({.letter = 'M', .folder = program.parent_path().string()});
     const machine::Installed installed(machine);
+    machine::Script script;
     char buffer[MAX_PATH] = "";
-    EXPECT_EQ(Jw32GetModulePath(nullptr, buffer, sizeof buffer), 1);
+    EXPECT_EQ(Jw32GetModulePath(nullptr, buffer, MAX_PATH), 1);
     EXPECT_STREQ(buffer, "M:");
-}
-
-TEST(ModulePathCalls, ThatFailGiveNoFolder) {
-    machine::Script script;
     script.fail("GetModuleFileNameA", ERROR_MOD_NOT_FOUND);
-    char buffer[MAX_PATH] = "text";
-    EXPECT_EQ(Jw32GetModulePath(nullptr, buffer, sizeof buffer), 0);
+    EXPECT_EQ(Jw32GetModulePath(nullptr, buffer, MAX_PATH), 0);
     EXPECT_STREQ(buffer, "");
-    EXPECT_THAT(texts(script, 9), ElementsAre("GetModuleFileNameA(null, 260)"));
+    EXPECT_THAT(script.texts(), testing::Each("GetModuleFileNameA(null, 260)"));
 }
 
-TEST(FolderPathCalls, LoadTheModuleForEachQuestion) {
-    machine::Script script;
-    char buffer[MAX_PATH] = "text";
-    EXPECT_EQ(Jw32GetFolderPath(CSIDL_PERSONAL, buffer, MAX_PATH - 1), 0);
-    EXPECT_TRUE(script.calls().empty());
-    EXPECT_EQ(Jw32GetFolderPath(CSIDL_PERSONAL, buffer, MAX_PATH), 1);
-    EXPECT_THAT(
-        texts(script, 5),
-        ElementsAre("LoadLibraryA(\"Shell32.dll\")",
-                    "GetProcAddress(pointer, \"SHGetFolderPathA\")",
-                    "SHGetFolderPathA(null, 32773, null, 0, pointer)", "FreeLibrary(pointer)",
-                    "PathAddBackslashA(\"" + std::string(buffer, strlen(buffer) - 1) + "\")"));
-    EXPECT_GE(script.count("CreateDirectoryW"), 1u);
-    script.fail("CreateDirectoryW", ERROR_ACCESS_DENIED, 0);
-    EXPECT_EQ(Jw32GetFolderPath(CSIDL_PERSONAL, buffer, MAX_PATH), 1) << "not looked at";
+class FolderPathCalls : public testing::Test {
+  protected:
+    // Asks for a folder, and tells the calls made for it, as many as counted.
+    std::vector<std::string> asks(int result, std::ptrdiff_t count) {
+        const auto former = script_.texts().size();
+        EXPECT_EQ(Jw32GetFolderPath(CSIDL_PERSONAL, buffer_, MAX_PATH), result);
+        const auto texts = script_.texts();
+        const auto first = texts.begin() + static_cast<std::ptrdiff_t>(former);
+        return {first, first + std::min(count, texts.end() - first)};
+    }
+    machine::Script script_;
+    char buffer_[MAX_PATH] = "text";
+    const std::string shell_ = "LoadLibraryA(\"Shell32.dll\")", release_ = "FreeLibrary(pointer)";
+    const std::string older_ = "LoadLibraryA(\"SHFolder.dll\")";
+    const std::string lookUp_ = "GetProcAddress(pointer, \"SHGetFolderPathA\")";
+    const std::string current_ = "SHGetFolderPathA(null, 32773, null, 0, pointer)";
+    const std::string default_ = "SHGetFolderPathA(null, 32773, null, 1, pointer)";
+};
+
+TEST_F(FolderPathCalls, LoadTheModuleForEachQuestion) {
+    EXPECT_EQ(Jw32GetFolderPath(CSIDL_PERSONAL, buffer_, MAX_PATH - 1), 0);
+    EXPECT_TRUE(script_.texts().empty());
+    script_.fail("CreateDirectoryW", ERROR_ACCESS_DENIED, 0);
+    const auto texts = asks(1, 5);
+    const auto append = "PathAddBackslashA(\"" + std::string(buffer_, strlen(buffer_) - 1) + "\")";
+    EXPECT_THAT(texts, ElementsAre(shell_, lookUp_, current_, release_, append));
+    EXPECT_GE(script_.count("CreateDirectoryW"), 1u);
     EXPECT_EQ(Jw32GetFolderPath(CSIDL_PERSONAL, nullptr, MAX_PATH), 0) << "the platform refuses";
 }
 
-TEST(FolderPathCalls, FallBackToTheOtherModule) {
-    machine::Script script;
-    script.missing("shell32.dll", "SHGetFolderPathA");
-    char buffer[MAX_PATH] = "";
-    EXPECT_EQ(Jw32GetFolderPath(CSIDL_PERSONAL, buffer, MAX_PATH), 1);
-    EXPECT_THAT(texts(script, 6),
-                ElementsAre("LoadLibraryA(\"Shell32.dll\")",
-                            "GetProcAddress(pointer, \"SHGetFolderPathA\")", "FreeLibrary(pointer)",
-                            "LoadLibraryA(\"SHFolder.dll\")",
-                            "GetProcAddress(pointer, \"SHGetFolderPathA\")",
-                            "SHGetFolderPathA(null, 32773, null, 0, pointer)"));
+TEST_F(FolderPathCalls, FallBackToTheOtherModule) {
+    script_.missing("shell32.dll", "SHGetFolderPathA");
+    EXPECT_THAT(asks(1, 6), ElementsAre(shell_, lookUp_, release_, older_, lookUp_, current_));
 }
 
-TEST(FolderPathCalls, LeaveTheBufferAloneWhereNoModuleHelps) {
-    const auto isRefused = [](auto arrange, unsigned loads, unsigned releases) {
-        machine::Script script;
-        arrange(script);
-        char buffer[MAX_PATH] = "text";
-        EXPECT_EQ(Jw32GetFolderPath(CSIDL_PERSONAL, buffer, MAX_PATH), 0);
-        EXPECT_STREQ(buffer, "text");
-        EXPECT_EQ(script.count("LoadLibraryA"), loads);
-        EXPECT_EQ(script.count("FreeLibrary"), releases);
-    };
-    isRefused([](auto& script) { script.fail("LoadLibraryA", ERROR_MOD_NOT_FOUND); }, 1, 0);
-    isRefused(
-        [](auto& script) {
-            script.missing("shell32.dll", "SHGetFolderPathA");
-            script.fail("LoadLibraryA", ERROR_MOD_NOT_FOUND, 2);
-        },
-        2, 1);
-    isRefused(
-        [](auto& script) {
-            script.missing("shell32.dll", "SHGetFolderPathA");
-            script.missing("shfolder.dll", "SHGetFolderPathA");
-        },
-        2, 2);
+TEST_F(FolderPathCalls, LeaveTheBufferAloneWhereNoModuleHelps) {
+    script_.missing("shell32.dll", "SHGetFolderPathA");
+    script_.missing("shfolder.dll", "SHGetFolderPathA");
+    EXPECT_THAT(asks(0, 9), ElementsAre(shell_, lookUp_, release_, older_, lookUp_, release_));
+    script_.fail("LoadLibraryA", ERROR_MOD_NOT_FOUND, 2);
+    EXPECT_THAT(asks(0, 9), ElementsAre(shell_, lookUp_, release_, older_));
+    script_.fail("LoadLibraryA", ERROR_MOD_NOT_FOUND);
+    EXPECT_THAT(asks(0, 9), ElementsAre(shell_));
+    EXPECT_STREQ(buffer_, "text");
 }
 
-TEST(FolderPathCalls, OfAMissingFolderGiveSFalse) {
-    char path[MAX_PATH] = "text";
-    EXPECT_EQ(SHGetFolderPathA(nullptr, CSIDL_CDBURN_AREA, nullptr, 0, path), S_FALSE);
-    EXPECT_STREQ(path, "");
-    EXPECT_EQ(SHGetFolderPathA(nullptr, CSIDL_CDBURN_AREA | CSIDL_FLAG_CREATE, nullptr, 0, path),
-              S_OK);
-    EXPECT_EQ(SHGetFolderPathA(nullptr, CSIDL_CDBURN_AREA, nullptr, 0, path), S_OK);
-}
-
-TEST(FolderPathCalls, AskForTheDefaultPlaceSecond) {
-    struct {
-        std::uintptr_t first, second;  // what the platform answers; 99: it runs
+TEST_F(FolderPathCalls, AskForTheDefaultPlaceSecond) {
+    constexpr std::uintptr_t fails = 0x80004005, runs = 99;
+    const struct {
+        std::uintptr_t first, second;  // what the platform answers
         int result;
         unsigned asked;
-    } const rows[] = {
-        {1, 99, 1, 2}, {0x80070002, 99, 1, 2}, {1, 1, 0, 2}, {1, 0x80004005, 0, 2}, {2, 99, 0, 1}};
+    } rows[] = {
+        {1, runs, 1, 2}, {fails, runs, 1, 2}, {1, 1, 0, 2}, {1, fails, 0, 2}, {2, runs, 0, 1},
+    };
     for (const auto& row : rows) {
-        SCOPED_TRACE(testing::Message() << row.first << ", " << row.second);
-        machine::Script script;
-        script.answer("SHGetFolderPathA", row.first, 1);
-        if (row.second != 99) script.answer("SHGetFolderPathA", row.second, 2);
-        char buffer[MAX_PATH] = "";
-        EXPECT_EQ(Jw32GetFolderPath(CSIDL_FONTS, buffer, MAX_PATH), row.result);
-        EXPECT_EQ(script.count("SHGetFolderPathA"), row.asked);
-        EXPECT_EQ(script.count("FreeLibrary"), 1u);
-        if (row.asked == 2) {
-            EXPECT_EQ(script.calls()[3].text(), "SHGetFolderPathA(null, 32788, null, 1, pointer)");
-        }
+        script_.answer("SHGetFolderPathA", row.first, 1);
+        if (row.second != runs) script_.answer("SHGetFolderPathA", row.second, 2);
+        const std::vector<std::string> once = {shell_, lookUp_, current_, release_};
+        const std::vector<std::string> twice = {shell_, lookUp_, current_, default_, release_};
+        EXPECT_EQ(asks(row.result, row.asked + 3), row.asked == 1 ? once : twice) << row.first;
     }
 }
 
 class TemporaryCalls : public ScratchDrives {
   protected:
+    // The text that the operation gives under a script, which its length fits.
+    static std::string directory() {
+        char buffer[300] = "former";
+        const DWORD length = Jw32TempDirectory(buffer, sizeof buffer);
+        EXPECT_EQ(length, strlen(buffer));
+        return buffer;
+    }
     TemporaryVariables kept_;
 };
 
-TEST_F(TemporaryCalls, AskForTheLongFormOnce) {
-    kept_.set("C:\\", "");
-    machine::Script script;
-    char buffer[40] = "";
-    EXPECT_EQ(Jw32TempDirectory(buffer, sizeof buffer), 3u);
-    EXPECT_THAT(texts(script, 9),
+TEST_F(TemporaryCalls, AskForTheLongFormOnceAndGoOnWithoutIt) {
+    const auto gives = [this](const char* text, auto arrange) {
+        kept_.set("C:\\", "");
+        machine::Script script;
+        arrange(script);
+        EXPECT_EQ(directory(), text);
+        return script.texts();
+    };
+    EXPECT_THAT(gives("C:\\", [](auto&) {}),
                 ElementsAre("_dupenv_s(\"TMP\")", "LoadLibraryA(\"Kernel32.dll\")",
                             "GetProcAddress(pointer, \"GetLongPathNameA\")",
                             "GetLongPathNameA(\"C:\\\", 520)", "FreeLibrary(pointer)"));
-}
-
-TEST_F(TemporaryCalls, TakeTheValueWhereThereIsNoUsableLongForm) {
-    kept_.set("C:\\", "");
-    const auto gives = [](auto arrange, DWORD length, const char* text) {
-        machine::Script script;
-        arrange(script);
-        char buffer[40] = "former";
-        EXPECT_EQ(Jw32TempDirectory(buffer, sizeof buffer), length);
-        EXPECT_STREQ(buffer, text);
-    };
-    gives([](auto& script) { script.missing("kernel32.dll", "GetLongPathNameA"); }, 3, "C:\\");
-    gives([](auto& script) { script.fail("GetLongPathNameA", ERROR_ACCESS_DENIED); }, 3, "C:\\");
-    gives([](auto& script) { script.answer("GetLongPathNameA", 521); }, 3, "C:\\");
-    gives([](auto& script) { script.fail("LoadLibraryA", ERROR_MOD_NOT_FOUND); }, 0, "");
+    gives("C:\\", [](auto& script) { script.missing("kernel32.dll", "GetLongPathNameA"); });
+    gives("C:\\", [](auto& script) { script.fail("GetLongPathNameA", ERROR_ACCESS_DENIED); });
+    gives("C:\\", [](auto& script) { script.answer("GetLongPathNameA", 521); });
+    gives("", [](auto& script) { script.fail("LoadLibraryA", ERROR_MOD_NOT_FOUND); });
 }
 
 TEST_F(TemporaryCalls, CompleteTheEnvironmentInOrder) {
-    kept_.set("", "C:\\Windows");
-    {
-        machine::Script script;
-        char buffer[40] = "";
-        EXPECT_EQ(Jw32TempDirectory(buffer, sizeof buffer), 10u);
-        EXPECT_THAT(texts(script, 3), ElementsAre("_dupenv_s(\"TMP\")", "_dupenv_s(\"TEMP\")",
-                                                  "_putenv(\"TMP=C:\\Windows\")"));
-    }
+    const std::string own = "C:\\Windows\\System32\\~Temp";
+    const char *const readTmp = "_dupenv_s(\"TMP\")", *const readTemp = "_dupenv_s(\"TEMP\")";
     kept_.set("", "");
     machine::Script script;
     script.fail("CreateDirectoryW", ERROR_ACCESS_DENIED, 0);
-    char buffer[60] = "";
-    EXPECT_EQ(Jw32TempDirectory(buffer, sizeof buffer), 25u);
-    EXPECT_STREQ(buffer, "C:\\Windows\\System32\\~Temp") << "it is used even if it is not made";
-    EXPECT_THAT(texts(script, 4),
-                ElementsAre("_dupenv_s(\"TMP\")", "_dupenv_s(\"TEMP\")", "GetSystemDirectoryA(260)",
-                            "PathAddBackslashA(\"C:\\Windows\\System32\")"));
-    const auto calls = script.calls();
-    EXPECT_EQ(calls[calls.size() - 2].text(), "_putenv(\"TMP=C:\\Windows\\System32\\~Temp\")");
-    EXPECT_EQ(calls.back().text(), "_putenv(\"TEMP=C:\\Windows\\System32\\~Temp\")");
+    EXPECT_EQ(directory(), own) << "it is used even if it is not made";
+    auto texts = script.texts();
+    std::erase_if(texts, [](const auto& text) {  // the levels above, and what is no step
+        const bool isStep = text.find("env") != text.npos || text.starts_with("GetSystem");
+        return !isStep && !text.ends_with("~Temp\", null)");
+    });
+    EXPECT_THAT(texts,
+                ElementsAre(readTmp, readTemp, "GetSystemDirectoryA(260)",
+                            "CreateDirectoryW(\"" + own + "\", null)",
+                            "_putenv(\"TMP=" + own + "\")", "_putenv(\"TEMP=" + own + "\")"));
+    kept_.set("", "C:\\Windows");
+    const auto former = static_cast<std::ptrdiff_t>(script.texts().size());
+    EXPECT_EQ(directory(), "C:\\Windows");
+    texts = script.texts();
+    EXPECT_THAT(std::vector(texts.begin() + former, texts.begin() + former + 3),
+                ElementsAre(readTmp, readTemp, "_putenv(\"TMP=C:\\Windows\")"));
 }
 
 TEST_F(TemporaryCalls, GiveNothingWithoutASystemDirectory) {
+    kept_.set("", "");
     for (const std::uintptr_t length : {0u, 3u, 300u}) {
-        kept_.set("", "");
         machine::Script script;
         script.answer("GetSystemDirectoryA", length);
         std::string buffer(8, 'x');
         EXPECT_EQ(Jw32TempDirectory(buffer.data(), 8), 0u);
-        EXPECT_THAT(buffer, Each('\0'));
+        EXPECT_EQ(buffer, std::string(8, '\0'));
         EXPECT_EQ(script.count("_putenv"), 0u);
     }
     auto machine = machine::current();
     machine.windowsDirectory = "C:\\" + std::string(243, 'w');
     const machine::Installed installed(machine);
-    char buffer[300] = "";
-    EXPECT_EQ(Jw32TempDirectory(buffer, sizeof buffer), 0u) << "255 bytes are too many";
+    EXPECT_EQ(directory(), "") << "255 bytes are too many";
 }
 
-TEST_F(TemporaryCalls, ThatFindNoNameClearTheBuffer) {
+class TemporaryFileCalls : public TemporaryCalls {
+  protected:
+    static void* create(const std::string& folder, Triple& triple) {
+        return Jw32CreateTempFile(folder.c_str(), "p", GENERIC_WRITE, CREATE_NEW,
+                                  FILE_FLAG_DELETE_ON_CLOSE, 0, &triple.code, triple.text,
+                                  triple.size);
+    }
+    Triple triple_;
+};
+
+TEST_F(TemporaryFileCalls, ThatFindNoNameClearTheBuffer) {
     machine::Script script;
     script.fail("_tempnam", ERROR_NOT_ENOUGH_MEMORY, 0);
     std::string buffer(8, 'x');
-    EXPECT_EQ(Jw32TempFilename(buffer.data(), 8, "C:\\a", "p"), 0u);
-    EXPECT_THAT(buffer, Each('\0'));
-    EXPECT_THAT(texts(script, 9), ElementsAre("_tempnam(\"C:\\a\", \"p\")"));
     EXPECT_EQ(Jw32TempFilename(buffer.data(), 8, std::string(300, 'd').c_str(), nullptr), 0u);
-    EXPECT_EQ(script.calls().back().text(), "_tempnam(\"" + std::string(260, 'd') + "\", null)");
-    Triple triple;
-    EXPECT_EQ(Jw32CreateTempFile("C:\\a", "p", GENERIC_WRITE, CREATE_NEW, 0, 0, &triple.code,
-                                 triple.text, triple.size),
-              INVALID_HANDLE_VALUE);
-    EXPECT_TRUE(triple.tells(ERROR_PATH_NOT_FOUND)) << triple;
+    EXPECT_EQ(buffer, std::string(8, '\0'));
+    EXPECT_THAT(script.texts(), ElementsAre("_tempnam(\"" + std::string(260, 'd') + "\", null)"));
+    EXPECT_EQ(create("C:\\a", triple_), INVALID_HANDLE_VALUE);
+    EXPECT_EQ(script.texts()[1], "_tempnam(\"C:\\a\", \"p\")");
+    EXPECT_TRUE(triple_.tells(ERROR_PATH_NOT_FOUND)) << triple_;
 }
 
-TEST_F(TemporaryCalls, OfANameThatIsTooLongLeaveTheTripleAlone) {
+TEST_F(TemporaryFileCalls, OfANameThatIsTooLongLeaveTheTripleAlone) {
     kept_.set("", "");
-    std::string deep = c();
-    while (deep.size() + 50 < 250) deep += "\\" + std::string(49, 'd');
-    deep += "\\" + std::string(250 - deep.size() - 1, 'e');
+    auto deep = c() + "\\";
+    deep += std::string(120 - deep.size(), 'd') + "\\" + std::string(129, 'e');
     ASSERT_TRUE(Jw32DirectoryCreate(deep.c_str()));
     machine::Script script;
-    Triple triple;
-    EXPECT_EQ(Jw32CreateTempFile(deep.c_str(), "p", GENERIC_WRITE, CREATE_NEW, 0, 0, &triple.code,
-                                 triple.text, triple.size),
-              INVALID_HANDLE_VALUE);
-    EXPECT_EQ(triple.code, Triple().code);
-    EXPECT_STREQ(triple.text, Triple().text);
+    EXPECT_EQ(create(deep, triple_), INVALID_HANDLE_VALUE);
+    EXPECT_EQ(triple_.code, Triple().code);
+    EXPECT_STREQ(triple_.text, Triple().text);
     EXPECT_THAT(script.names(), ElementsAre("_tempnam"));
 }
 
-// Eight threads, each with as many names.
-std::vector<std::string> namesOfEightThreads(const std::string& folder) {
-    constexpr std::size_t threads = 8, each = 250;
-    std::vector<std::string> names(threads * each);
-    std::vector<std::thread> running;
-    for (std::size_t thread = 0; thread < threads; ++thread) {
-        running.emplace_back([&, thread] {
-            for (std::size_t i = 0; i < each; ++i) {
-                char name[MAX_PATH] = "";
-                Jw32TempFilename(name, sizeof name, folder.c_str(), "jwt");
-                names[thread * each + i] = name;
-            }
-        });
-    }
-    for (auto& thread : running) thread.join();
-    return names;
+TEST_F(TemporaryFileCalls, ThatFailAreReportedAndLeaveNothingOpen) {
+    const auto act = [this](Triple& triple) {
+        void* const file = create(c(), triple);
+        return Outcome{file == INVALID_HANDLE_VALUE, std::shared_ptr<void>(file, CloseHandle)};
+    };
+    // Without a name, the platform refuses the empty one.
+    sweepFailures(
+        {"Jw32CreateTempFile", [&] { return act; }, {}, {{"_tempnam", ERROR_PATH_NOT_FOUND}}});
 }
 
 TEST_F(TemporaryCalls, OfTwoProcessesWithEightThreadsEachNeverMeet) {
+    constexpr std::size_t threads = 8, each = 250, all = 2 * threads * each;
     kept_.set("", "");
-    const auto list =
-        std::filesystem::temp_directory_path() / ("names-" + std::to_string(getpid()));
+    using Name = char[MAX_PATH];
+    auto* const names = static_cast<Name*>(::mmap(
+        nullptr, all * sizeof(Name), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+    ASSERT_NE(names, MAP_FAILED);
     const pid_t child = ::fork();
-    if (child == 0) {
-        std::ofstream out(list);
-        for (const auto& name : namesOfEightThreads(d())) out << name << '\n';
-        out.close();
-        std::_Exit(EXIT_SUCCESS);
+    std::vector<std::thread> running;
+    for (std::size_t thread = 0; thread < threads; ++thread) {
+        running.emplace_back([&, first = ((child == 0 ? threads : 0) + thread) * each] {
+            for (std::size_t i = 0; i < each; ++i)
+                Jw32TempFilename(names[first + i], MAX_PATH, d().c_str(), "jwt");
+        });
     }
-    auto names = namesOfEightThreads(d());
+    for (auto& thread : running) thread.join();
+    if (child == 0) std::_Exit(EXIT_SUCCESS);
     int status = -1;
-    ASSERT_EQ(::waitpid(child, &status, 0), child);
-    ASSERT_EQ(status, 0);
-    std::ifstream in(list);
-    for (std::string name; std::getline(in, name);) names.push_back(name);
-    std::filesystem::remove(list);
-    EXPECT_EQ(names.size(), 4000u);
-    EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), names.size());
+    EXPECT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(std::set<std::string>(names, names + all).size(), all);
+    ::munmap(names, all * sizeof(Name));
 }
 
 }  // namespace

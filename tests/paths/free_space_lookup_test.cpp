@@ -5,18 +5,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
 #include "machine/machine.h"
-#include "machine/testing.h"
-#include "support/triple.h"
+#include "support/failure_sweep.h"
 
 namespace {
-
-using testing::ElementsAre;
 
 template <class Body>
 void runInChild(Body body) {
@@ -31,15 +26,21 @@ void runInChild(Body body) {
     EXPECT_EQ(status, 0) << "the process failed";
 }
 
-// The machine of the tests with drives of the given capacities, in order from K:, each with an
-// empty folder.
-machine::Machine withDrives(std::initializer_list<std::uint64_t> capacities) {
+struct Capacity {
+    std::uint64_t bytes;
+    DWORD megabytes;
+};
+constexpr Capacity capacities[] = {{0, 0},         {1'048'575, 0}, {1'048'576, 1},
+                                   {2'097'151, 1}, {4'096'000, 3}, {6'000'000'000, 5722}};
+
+// The machine of the tests with drives of the capacities, from K: on, on the same empty folder.
+machine::Machine withDrives() {
     auto machine = machine::current();
+    const auto folder = machine.drives.front().folder + "/empty";
+    std::filesystem::create_directories(folder);
     char letter = 'K';
-    for (const auto capacity : capacities) {
-        const auto folder = machine.drives.front().folder + "-" + letter;
-        std::filesystem::create_directories(folder);
-        machine.drives.push_back({.letter = letter++, .folder = folder, .capacity = capacity});
+    for (const auto& [bytes, megabytes] : capacities) {
+        machine.drives.push_back({.letter = letter++, .folder = folder, .capacity = bytes});
     }
     return machine;
 }
@@ -50,102 +51,83 @@ TEST(FreeSpaceLookup, IsMadeOnceForEachOfTheTwoCounts) {
         ULARGE_INTEGER bytes;
         DWORD megabytes;
         EXPECT_EQ(Jw32FreeDiskSpace("\\\\server\\share", &bytes), 0);
-        EXPECT_EQ(Jw32FreeDiskSpaceC("\\\\server\\share", &bytes), 0);
-        EXPECT_EQ(Jw32FreeDiskSpaceMB("", &megabytes), 0);
         EXPECT_EQ(Jw32FreeDiskSpaceMB("C:\\", nullptr), 0);
-        EXPECT_THAT(script.names(), ElementsAre("_splitpath_s", "_splitpath_s", "GetLastError"));
         EXPECT_EQ(Jw32FreeDiskSpace("C:\\a", &bytes), 1);
         EXPECT_EQ(Jw32FreeDiskSpaceMB("C:\\a", &megabytes), 1);
-        const auto calls = script.calls();
-        ASSERT_EQ(calls.size(), 9u);
-        EXPECT_EQ(calls[4].text(), "LoadLibraryA(\"KERNEL32.DLL\")");
-        EXPECT_EQ(calls[5].text(), "GetProcAddress(pointer, \"GetDiskFreeSpaceExA\")");
-        EXPECT_EQ(calls[6].text(), "GetDiskFreeSpaceExA(\"C:\")");
-        EXPECT_EQ(calls[8].text(), "GetDiskFreeSpaceExA(\"C:\")");
         EXPECT_EQ(Jw32FreeDiskSpaceC("C:\\a", &bytes), 1);
         EXPECT_EQ(Jw32FreeDiskSpaceMBC("C:\\a", &megabytes), 1);
-        EXPECT_EQ(script.count("LoadLibraryA"), 2u);
-        EXPECT_EQ(script.count("FreeLibrary"), 0u);
+        const char *const split = "_splitpath_s(\"C:\\a\")", *const ask =
+                                                                 "GetDiskFreeSpaceExA(\"C:\")";
+        const char* const load = "LoadLibraryA(\"KERNEL32.DLL\")";
+        const char* const lookUp = "GetProcAddress(pointer, \"GetDiskFreeSpaceExA\")";
+        EXPECT_THAT(script.texts(),
+                    testing::ElementsAre("_splitpath_s(\"\\\\server\\share\")", split, load, lookUp,
+                                         ask, split, ask, split, load, lookUp, ask, split, ask));
         EXPECT_EQ(machine::inUse().modules, 2u);
     });
 }
 
-TEST(FreeSpaceLookup, IsNotRepeatedWhenTheCallIsMissing) {
-    runInChild([] {
-        machine::Script script;
-        script.missing("kernel32.dll", "GetDiskFreeSpaceExA");
-        ULARGE_INTEGER bytes;
-        EXPECT_EQ(Jw32FreeDiskSpace("C:\\a", &bytes), 1);
-        EXPECT_EQ(Jw32FreeDiskSpace("C:\\a", &bytes), 1);
-        EXPECT_EQ(script.count("GetProcAddress"), 1u);
-        EXPECT_EQ(script.count("GetDiskFreeSpaceA"), 2u);
-        EXPECT_EQ(script.calls().back().text(), "GetDiskFreeSpaceA(\"C:\\\")");
-        EXPECT_EQ(Jw32FreeDiskSpaceC("C:\\a", &bytes), 1);
-        EXPECT_EQ(script.count("GetProcAddress"), 2u) << "the twin looks for itself";
-    });
+TEST(FreeSpaceLookup, IsNotRepeatedWithoutTheCallAndClustersAreCounted) {
+    const machine::Installed installed(withDrives());
+    for (const bool moduleComes : {true, false}) {
+        runInChild([moduleComes] {
+            machine::Script script;
+            script.missing("kernel32.dll", "GetDiskFreeSpaceExA");
+            if (!moduleComes) script.fail("LoadLibraryA", ERROR_MOD_NOT_FOUND);
+            ULARGE_INTEGER bytes, plain;
+            EXPECT_EQ(Jw32FreeDiskSpace("O:", &bytes), 1);
+            EXPECT_EQ(script.texts().back(), "GetDiskFreeSpaceA(\"O:\\\")");
+            EXPECT_EQ(bytes.QuadPart, 512u * 8 * 1000);
+            EXPECT_EQ(Jw32FreeDiskSpace("P:\\a", &bytes), 1);
+            EXPECT_EQ(bytes.QuadPart, 6'000'000'000 / 4096 * 4096);
+            EXPECT_EQ(script.count("LoadLibraryA"), 1u);
+            EXPECT_EQ(Jw32FreeDiskSpaceC("P:\\", &plain), 1);
+            EXPECT_EQ(plain.QuadPart, bytes.QuadPart);
+            EXPECT_EQ(script.count("GetProcAddress"), moduleComes ? 2u : 1u) << "one each";
+            Triple triple;
+            EXPECT_EQ(Jw32FreeDiskSpace("Q:\\", &bytes, &triple.code, triple.text, triple.size), 0);
+            EXPECT_TRUE(triple.tells(ERROR_PATH_NOT_FOUND)) << triple;
+            EXPECT_EQ(Jw32FreeDiskSpaceC("Q:\\", &bytes), 0);
+        });
+    }
 }
 
-TEST(FreeSpaceLookup, IsNotRepeatedWhenTheModuleDidNotCome) {
+TEST(FreeSpaceLookup, CountsWhatFilesLeaveAndRoundsMegabytesDown) {
+    const machine::Installed installed(withDrives());
     runInChild([] {
-        machine::Script script;
-        script.fail("LoadLibraryA", ERROR_MOD_NOT_FOUND);
-        ULARGE_INTEGER bytes;
-        EXPECT_EQ(Jw32FreeDiskSpace("C:\\a", &bytes), 1);
-        EXPECT_EQ(Jw32FreeDiskSpace("C:\\a", &bytes), 1);
-        EXPECT_EQ(script.count("LoadLibraryA"), 1u);
-        EXPECT_EQ(script.count("GetProcAddress"), 0u);
-        EXPECT_EQ(script.count("GetDiskFreeSpaceA"), 2u);
-    });
-}
-
-TEST(FreeSpaceLookup, WithoutTheCallClustersAreCounted) {
-    const machine::Installed installed(withDrives({4'096'000, 6'000'000'000}));
-    runInChild([] {
-        machine::Script script;
-        script.missing("kernel32.dll", "GetDiskFreeSpaceExA");
-        ULARGE_INTEGER bytes, plain;
-        EXPECT_EQ(Jw32FreeDiskSpace("K:\\", &bytes), 1);
-        EXPECT_EQ(Jw32FreeDiskSpaceC("K:\\", &plain), 1);
-        EXPECT_EQ(bytes.QuadPart, 512u * 8 * 1000);
-        EXPECT_EQ(plain.QuadPart, 512u * 8 * 1000);
-        EXPECT_EQ(Jw32FreeDiskSpace("L:\\", &bytes), 1);
-        EXPECT_EQ(bytes.QuadPart, 6'000'000'000 / 4096 * 4096);
-        Triple triple;
-        EXPECT_EQ(Jw32FreeDiskSpace("Q:\\", &bytes, &triple.code, triple.text, triple.size), 0);
-        EXPECT_TRUE(triple.tells(ERROR_PATH_NOT_FOUND)) << triple;
-        EXPECT_EQ(Jw32FreeDiskSpaceC("Q:\\", &bytes), 0);
-    });
-}
-
-TEST(FreeSpaceLookup, MegabytesAreRoundedDown) {
-    const machine::Installed installed(
-        withDrives({0, 1'048'575, 1'048'576, 2'097'151, 5'000'000'000'000}));
-    runInChild([] {
-        struct {
-            const char* path;
-            DWORD megabytes;
-        } const rows[] = {{"K:", 0}, {"L:", 0}, {"M:", 1}, {"N:", 1}, {"O:", 4'768'371}};
-        for (const auto& row : rows) {
+        char path[] = "K:";
+        for (const auto& capacity : capacities) {
             DWORD megabytes = 7, plain = 7;
-            EXPECT_EQ(Jw32FreeDiskSpaceMB(row.path, &megabytes), 1) << row.path;
-            EXPECT_EQ(Jw32FreeDiskSpaceMBC(row.path, &plain), 1) << row.path;
-            EXPECT_EQ(megabytes, row.megabytes) << row.path;
-            EXPECT_EQ(plain, row.megabytes) << row.path;
+            EXPECT_EQ(Jw32FreeDiskSpaceMB(path, &megabytes), 1) << path;
+            EXPECT_EQ(Jw32FreeDiskSpaceMBC(path, &plain), 1) << path;
+            EXPECT_EQ(megabytes, capacity.megabytes) << path;
+            EXPECT_EQ(plain, capacity.megabytes) << path;
+            ++path[0];
         }
+        const auto file = machine::current().drives.back().folder + "/file";
+        std::ofstream(file) << std::string(96'000, 'x');
+        ULARGE_INTEGER bytes;
+        EXPECT_EQ(Jw32FreeDiskSpace("O:", &bytes), 1);
+        EXPECT_EQ(bytes.QuadPart, 4'000'000u);
+        std::filesystem::remove(file);
     });
 }
 
-TEST(FreeSpaceLookup, FilesTakeFromTheCapacityOfTheirDrive) {
-    const machine::Installed installed(withDrives({1'000'000}));
-    const auto folder = machine::current().drives.back().folder + "/sub";
-    std::filesystem::create_directories(folder);
-    std::ofstream(folder + "/file") << std::string(400'000, 'x');
-    runInChild([] {
+TEST(FreeSpaceLookup, FailuresAreReported) {
+    const auto inBytes = [](Triple& t) {
         ULARGE_INTEGER bytes;
-        EXPECT_EQ(Jw32FreeDiskSpace("K:", &bytes), 1);
-        EXPECT_EQ(bytes.QuadPart, 600'000u);
+        return Outcome{!Jw32FreeDiskSpace("C:\\", &bytes, &t.code, t.text, t.size)};
+    };
+    const auto inMegabytes = [](Triple& t) {
+        DWORD megabytes;
+        return Outcome{!Jw32FreeDiskSpaceMB("C:\\", &megabytes, &t.code, t.text, t.size)};
+    };
+    runInChild([&] {
+        Triple first;  // the lookup is made once and leaves its module loaded
+        EXPECT_FALSE(inBytes(first).failed);
+        sweepFailures({"Jw32FreeDiskSpace", [&] { return inBytes; }, {}, {{"_splitpath_s", 0}}});
+        sweepFailures({"Jw32FreeDiskSpaceMB", [&] { return inMegabytes; }});
     });
-    std::filesystem::remove_all(folder);
 }
 
 }  // namespace

@@ -1,90 +1,64 @@
 // Free space of drives, in both builds.
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <jw32/free_space.h>
-
-#include <string>
 
 #include "support/kept_modules.h"
 #include "support/triple.h"
 
 namespace {
 
-constexpr ULONGLONG untouched = 4711;
-
-class FreeSpace : public KeepsModules {};
-
-ULARGE_INTEGER number(ULONGLONG value) {
-    ULARGE_INTEGER result;
-    result.QuadPart = value;
-    return result;
-}
+class FreeSpace : public KeepsModules {
+  protected:
+    // The results of the four operations, each of which is the same number.
+    int ask(const char* path) {
+        bytes_.QuadPart = 4711;
+        const int results[] = {
+            Jw32FreeDiskSpace(path, &bytes_, &first_.code, first_.text, first_.size),
+            Jw32FreeDiskSpaceC(path, &plain_),
+            Jw32FreeDiskSpaceMB(path, &megabytes_, &second_.code, second_.text, second_.size),
+            Jw32FreeDiskSpaceMBC(path, &plainMegabytes_)};
+        EXPECT_THAT(results, testing::Each(results[0])) << path;
+        return results[0];
+    }
+    ULARGE_INTEGER bytes_{}, plain_{};
+    DWORD megabytes_ = 7, plainMegabytes_ = 7;
+    Triple first_, second_;
+};
 
 TEST_F(FreeSpace, IsThatOfTheDriveForAnyPathBelowIt) {
     for (const char* const path : {"C:", "C:\\", "c:\\no\\such\\dir", "C:relative", "C:*?"}) {
-        SCOPED_TRACE(path);
-        Triple triple;
-        auto bytes = number(0), plain = number(0);
-        DWORD megabytes = 0, plainMegabytes = 0;
-        EXPECT_EQ(Jw32FreeDiskSpace(path, &bytes, &triple.code, triple.text, triple.size), 1);
-        EXPECT_TRUE(triple.isClear()) << triple;
-        EXPECT_EQ(Jw32FreeDiskSpaceC(path, &plain), 1);
-        EXPECT_EQ(Jw32FreeDiskSpaceMB(path, &megabytes), 1);
-        EXPECT_EQ(Jw32FreeDiskSpaceMBC(path, &plainMegabytes), 1);
-        EXPECT_GT(bytes.QuadPart, 1u << 20) << "the drive seems to be full";
+        EXPECT_EQ(ask(path), 1) << path;
+        EXPECT_TRUE(first_.isClear() && second_.isClear()) << first_ << second_;
+        EXPECT_GT(bytes_.QuadPart, 1u << 20) << "the drive seems to be full";
         // Others write to the host's disk at the same time.
-        const auto whole = static_cast<double>(bytes.QuadPart);
-        EXPECT_NEAR(static_cast<double>(plain.QuadPart), whole, whole / 4);
-        EXPECT_NEAR(1048576.0 * megabytes, whole, whole / 4);
-        EXPECT_NEAR(1048576.0 * plainMegabytes, whole, whole / 4);
+        const auto whole = static_cast<double>(bytes_.QuadPart);
+        EXPECT_NEAR(static_cast<double>(plain_.QuadPart), whole, whole / 4);
+        EXPECT_NEAR(1048576.0 * megabytes_, whole, whole / 4);
+        EXPECT_NEAR(1048576.0 * plainMegabytes_, whole, whole / 4);
     }
 }
 
-TEST_F(FreeSpace, NeedsADriveLetter) {
-    for (const char* const path :
-         {"", "relative", "\\rooted", "\\\\server\\share\\a", static_cast<const char*>(nullptr)}) {
-        SCOPED_TRACE(path != nullptr ? path : "null");
-        Triple triple, triple2;
-        auto bytes = number(untouched);
-        DWORD megabytes = 7, plainMegabytes = 7;
-        EXPECT_EQ(Jw32FreeDiskSpace(path, &bytes, &triple.code, triple.text, triple.size), 0);
-        EXPECT_TRUE(triple.isClear()) << triple;
-        EXPECT_EQ(Jw32FreeDiskSpaceC(path, &bytes), 0);
-        EXPECT_EQ(bytes.QuadPart, untouched);
-        // In megabytes the thread's last error is told, whatever it is about.
+TEST_F(FreeSpace, NeedsADriveThatExists) {
+    for (const char* const path : {"", "relative", "\\rooted", "\\\\server\\share\\a",
+                                   static_cast<const char*>(nullptr), "Q:\\a"}) {
+        const bool hasDrive = path != nullptr && path[0] == 'Q';
         SetLastError(ERROR_NOT_READY);
-        EXPECT_EQ(Jw32FreeDiskSpaceMB(path, &megabytes, &triple2.code, triple2.text, triple2.size),
-                  0);
-        EXPECT_TRUE(triple2.tells(ERROR_NOT_READY)) << triple2;
-        EXPECT_EQ(Jw32FreeDiskSpaceMBC(path, &plainMegabytes), 0);
-        EXPECT_EQ(megabytes, 0u);
-        EXPECT_EQ(plainMegabytes, 0u);
+        EXPECT_EQ(ask(path), 0) << path;
+        EXPECT_TRUE(hasDrive ? first_.tells(ERROR_PATH_NOT_FOUND) : first_.isClear()) << first_;
+        // In megabytes the thread's last error is told, whatever it is about.
+        EXPECT_TRUE(second_.tells(hasDrive ? ERROR_PATH_NOT_FOUND : ERROR_NOT_READY)) << second_;
+        EXPECT_EQ(bytes_.QuadPart, 4711u) << path;
+        EXPECT_EQ(megabytes_ + plainMegabytes_, 0u) << path;
     }
 }
 
 TEST_F(FreeSpace, NeedsAPlaceForTheResult) {
-    Triple triple, triple2;
     SetLastError(ERROR_NOT_READY);
-    EXPECT_EQ(Jw32FreeDiskSpace("C:\\", nullptr, &triple.code, triple.text, triple.size), 0);
-    EXPECT_EQ(Jw32FreeDiskSpaceMB("C:\\", nullptr, &triple2.code, triple2.text, triple2.size), 0);
-    EXPECT_TRUE(triple.isClear()) << triple;
-    EXPECT_TRUE(triple2.isClear()) << triple2;
+    EXPECT_EQ(Jw32FreeDiskSpace("C:\\", nullptr, &first_.code, first_.text, first_.size), 0);
+    EXPECT_EQ(Jw32FreeDiskSpaceMB("C:\\", nullptr, &second_.code, second_.text, second_.size), 0);
+    EXPECT_TRUE(first_.isClear() && second_.isClear()) << first_ << second_;
     EXPECT_EQ(Jw32FreeDiskSpaceC("C:\\", nullptr), 0);
     EXPECT_EQ(Jw32FreeDiskSpaceMBC("C:\\", nullptr), 0);
-}
-
-TEST_F(FreeSpace, OfAMissingDriveIsAFailureWithItsReason) {
-    Triple triple, triple2;
-    auto bytes = number(0);
-    DWORD megabytes = 7, plainMegabytes = 7;
-    EXPECT_EQ(Jw32FreeDiskSpace("Q:\\a", &bytes, &triple.code, triple.text, triple.size), 0);
-    EXPECT_TRUE(triple.tells(ERROR_PATH_NOT_FOUND)) << triple;
-    EXPECT_EQ(Jw32FreeDiskSpaceMB("Q:\\a", &megabytes, &triple2.code, triple2.text, triple2.size),
-              0);
-    EXPECT_TRUE(triple2.tells(ERROR_PATH_NOT_FOUND)) << triple2;
-    EXPECT_EQ(Jw32FreeDiskSpaceC("Q:\\a", &bytes), 0);
-    EXPECT_EQ(Jw32FreeDiskSpaceMBC("Q:\\a", &plainMegabytes), 0);
-    EXPECT_EQ(megabytes, 0u);
-    EXPECT_EQ(plainMegabytes, 0u);
 }
 
 }  // namespace

@@ -8,51 +8,41 @@ namespace {
 
 struct Pair {
     const char *first, *second;
-    bool equal;
+    int equal;
 };
 
-TEST(Drive, IsEqualByTheRootAlone) {
-    const std::string deep = "C:\\" + std::string(400, 'd');
-    const Pair rows[] = {
-        {"C:\\a", "c:\\b", true},
-        {"C:", "C:\\x", true},
-        {"C:\\a", "D:\\a", false},
-        {"C", "C", false},
-        {"C:\\a", nullptr, false},
-        {nullptr, "C:\\a", false},
-        {"", "C:\\a", false},
-        {"a\\b", "a\\b", false},
-        {"\\\\server\\share", "\\\\SERVER\\share\\a", true},
-        {"\\\\server\\share\\a", "\\\\server\\other\\a", false},
-        {deep.c_str(), "C:\\a", true},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(Jw32DriveIsEqual(row.first, row.second) != 0, row.equal)
-            << (row.first ? row.first : "null") << " and " << (row.second ? row.second : "null");
+template <std::size_t Count>
+void compares(int (*question)(const char*, const char*), const Pair (&pairs)[Count]) {
+    for (const auto& pair : pairs) {
+        EXPECT_EQ(question(pair.first, pair.second) != 0, pair.equal != 0)
+            << pair.first << " and " << pair.second;
     }
 }
 
-TEST(Path, IsEqualByTheTextWhereNothingExists) {
-    const std::string longName(255, 'n'), tooLong(256, 'n');
-    const std::string fits = "Q:\\" + longName.substr(3), deep = "Q:\\a\\" + tooLong;
-    const Pair rows[] = {
-        {"Q:\\Dir\\Name", "q:\\dIR\\nAME", true},
-        {"Q:\\a\\name", "Q:\\a\\name.", true},
-        {"Q:\\a\\name", "Q:\\a\\name.txt", false},
-        {"Q:\\Dir", "Q:\\Dir\\", false},
-        {"Q:\\a\\name", "Q:\\b\\name", false},
-        {"Q:\\a\\.\\b", "Q:\\a\\b", false},
-        {"Q:\\a", "D:\\a", false},
-        {"Q:", "Q:\\", true},
-        {"a\\b", "a\\b", false},
-        {nullptr, "Q:\\a", false},
-        {fits.c_str(), fits.c_str(), true},
-        {deep.c_str(), deep.c_str(), false},
+TEST(Drive, IsEqualByTheRootAlone) {
+    const std::string longPath = "C:\\" + std::string(400, 'd');
+    const char *const deep = longPath.c_str(), *const share = "\\\\server\\share";
+    const char *const below = "\\\\SERVER\\share\\a", *const other = "\\\\server\\other";
+    const Pair pairs[] = {
+        {"C:\\a", "c:\\b", 1}, {"C:", "C:\\x", 1},    {"C:\\a", "D:\\a", 0}, {"C", "C", 0},
+        {"C:\\a", nullptr, 0}, {nullptr, "C:\\a", 0}, {"", "C:\\a", 0},      {"a\\b", "a\\b", 0},
+        {share, below, 1},     {share, other, 0},     {deep, "C:\\a", 1},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(Jw32PathIsEqual(row.first, row.second), row.equal)
-            << (row.first ? row.first : "null") << " and " << (row.second ? row.second : "null");
-    }
+    compares(Jw32DriveIsEqual, pairs);
+}
+
+TEST(Path, IsEqualByTheTextWhereNothingExists) {
+    const std::string longPath = "Q:\\" + std::string(252, 'n'), longName(256, 'n');
+    const std::string withLongName = "Q:\\a\\" + longName;
+    const char *const longest = longPath.c_str(), *const tooLong = withLongName.c_str();
+    const Pair pairs[] = {
+        {"Q:\\D\\M", "q:\\d\\m", 1}, {"Q:\\a\\m", "Q:\\a\\m.", 1}, {"Q:\\a\\m", "Q:\\a\\m.t", 0},
+        {"Q:\\a", "Q:\\a\\", 0},     {"Q:\\a\\m", "Q:\\b\\m", 0},  {"Q:\\.\\b", "Q:\\b", 0},
+        {"Q:\\a", "D:\\a", 0},       {"a\\b", "a\\b", 0},          {nullptr, "Q:\\a", 0},
+        {longest, longest, 1},       {tooLong, tooLong, 0},
+    };
+    EXPECT_EQ(Jw32PathIsEqual("Q:", "Q:\\"), 1);
+    compares(Jw32PathIsEqual, pairs);
 }
 
 class PathOfAFile : public ScratchDrives {};
@@ -68,35 +58,19 @@ TEST_F(PathOfAFile, IsEqualToItsShortForm) {
 }
 
 TEST(Path, IsValidByItsFormAndItsDrive) {
-    const std::string deep = "C:\\" + std::string(300, 'd');
-    struct {
-        const char* path;
-        int valid;
-    } const rows[] = {
-        {"C:\\", 1},
-        {"C:\\missing\\file.txt", 1},
-        {"C:\\a\\..\\b c", 1},
-        {"C:\\a\\\\b", 0},
-        {"\\\\server\\share\\a", 1},
-        {"\\\\server\\share\\\\a", 1},
-        {"C:a", 0},
-        {"C:\\a:b", 0},
-        {"C:\\a*b", 0},
-        {"C:\\a?b", 0},
-        {"C:\\a|b", 0},
-        {"   ", 0},
-        {"", 0},
-        {nullptr, 0},
-        {"Q:\\a", 0},
-        {deep.c_str(), 0},
-    };
-    for (const auto& row : rows) {
+    const auto judge = [](const char* path, int valid) {
         int removable = 7;
-        EXPECT_EQ(Jw32PathIsValid(row.path, 0, &removable), row.valid)
-            << (row.path ? row.path : "null");
-        EXPECT_EQ(removable, 0);
-        EXPECT_EQ(Jw32PathIsValid(row.path, 1, nullptr), row.valid);
-    }
+        EXPECT_EQ(Jw32PathIsValid(path, 0, &removable), valid) << path;
+        EXPECT_EQ(removable, 0) << path;
+        EXPECT_EQ(Jw32PathIsValid(path, 1, nullptr), valid) << path;
+    };
+    const char* const valid[] = {"C:\\", "C:\\no\\a.t", "C:\\..\\b c", "\\\\s\\t", "\\\\s\\t\\\\a"};
+    const char* const refused[] = {"C:\\a\\\\b", "C:a", "C:\\a:b", "C:\\a*b", "C:\\a?b",
+                                   "C:\\a|b",    " ",   "",        "Q:\\a"};
+    for (const char* const path : valid) judge(path, 1);
+    for (const char* const path : refused) judge(path, 0);
+    judge(nullptr, 0);
+    judge(("C:\\" + std::string(300, 'd')).c_str(), 0);
 }
 
 TEST(Device, IsReadyWhereItsVolumeAnswers) {

@@ -37,6 +37,7 @@ inline void removeEntry(const WideText& folder, const WIN32_FIND_DATAW& entry) {
 }
 
 inline void remove(const WideText& folder) {
+    if (RemoveDirectoryW(folder.data())) return;  // empty, or a link
     const wchar_t all[] = {'*', 0};
     WIN32_FIND_DATAW entry;
     const HANDLE search = FindFirstFileW(joined(folder, all).data(), &entry);
