@@ -51,7 +51,7 @@ TEST_F(MountPoints, AreSetOnAnEmptyDirectoryFromASoundBuffer) {
     EXPECT_EQ((flags & FILE_SUPPORTS_REPARSE_POINTS) != 0, !onWine());
     const auto sound = mountPoint("\\??\\" + c("target")), cut = sound.substr(0, sound.size() - 1);
     auto tooLong = sound;
-    tooLong[10] = '\xF0';  // the name's length
+    tooLong[14] = '\xF0';  // the print name's length
     const struct {
         std::string place, bytes;
         DWORD code;

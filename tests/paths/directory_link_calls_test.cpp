@@ -91,8 +91,8 @@ TEST_F(DirectoryLinkCalls, StopBeforeAnythingIsMade) {
     const char *const volume = "GetVolumeInformationW", *const release = "FreeLibrary";
     isRefused(release, link, "D:\\" + tooLong.substr(6), usual);
     isRefused(release, link, "D:\\" + tooLong, usual);
-    isRefused(release, link, target, [](auto& s) { s.answer("GetFullPathNameW", 260, 1); });
-    isRefused(release, link, target, [](auto& s) { s.answer("GetFullPathNameW", 300, 2); });
+    isRefused(release, link, target, [](auto& s) { s.answer("GetFullPathNameW", 300, 1); });
+    isRefused(release, link, target, [](auto& s) { s.answer("GetFullPathNameW", 260, 2); });
     isRefused(release, link, target,
               [](auto& s) { s.missing("kernel32.dll", "GetFullPathNameW"); });
     isRefused(volume, tooLong.substr(1) + "\\link", target, usual);
