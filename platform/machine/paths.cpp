@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 #include "machine/path_pieces.h"
 #include "machine/text.h"
@@ -92,8 +93,10 @@ Path drivePath(std::u16string_view text, bool verbatim) {
         return path;
     }
     const bool rooted = !rest.empty() && isSeparator(rest[0]);
-    const auto here = currentDirectory();
-    if (!rooted && here.drive == path.drive) path.components = here.components;
+    if (!rooted) {
+        auto here = currentDirectory();
+        if (here.drive == path.drive) path.components = std::move(here.components);
+    }
     addComponents(path.components, rest);
     return path;
 }
