@@ -4,14 +4,6 @@
 
 namespace {
 
-TEST(FreeSpaceContract, TheCallForLargeDisksIsFoundByName) {
-    const HMODULE module = LoadLibraryA("KERNEL32.DLL");
-    EXPECT_NE(GetProcAddress(module, "GetDiskFreeSpaceExA"), nullptr);
-    EXPECT_EQ(GetProcAddress(module, "GetDiskFreeSpaceExQ"), nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_PROC_NOT_FOUND});
-    EXPECT_TRUE(FreeLibrary(module));
-}
-
 TEST(FreeSpaceContract, ClustersTellTheSameAsBytesOfADriveThatExists) {
     ULARGE_INTEGER available{}, total{}, free{};
     DWORD sectors = 0, sectorSize = 0, freeClusters = 0, totalClusters = 0;

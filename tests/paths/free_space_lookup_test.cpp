@@ -85,7 +85,7 @@ TEST(FreeSpaceLookup, IsNotRepeatedWithoutTheCallAndClustersAreCounted) {
             EXPECT_EQ(plain.QuadPart, bytes.QuadPart);
             EXPECT_EQ(script.count("GetProcAddress"), moduleComes ? 2u : 1u) << "one each";
             Triple triple;
-            EXPECT_EQ(Jw32FreeDiskSpace("Q:\\", &bytes, &triple.code, triple.text, triple.size), 0);
+            EXPECT_EQ(triple.of(Jw32FreeDiskSpace, "Q:\\", &bytes), 0);
             EXPECT_TRUE(triple.tells(ERROR_PATH_NOT_FOUND)) << triple;
             EXPECT_EQ(Jw32FreeDiskSpaceC("Q:\\", &bytes), 0);
         });
@@ -116,11 +116,11 @@ TEST(FreeSpaceLookup, CountsWhatFilesLeaveAndRoundsMegabytesDown) {
 TEST(FreeSpaceLookup, FailuresAreReported) {
     const auto inBytes = [](Triple& t) {
         ULARGE_INTEGER bytes;
-        return Outcome{!Jw32FreeDiskSpace("C:\\", &bytes, &t.code, t.text, t.size)};
+        return Outcome{!t.of(Jw32FreeDiskSpace, "C:\\", &bytes)};
     };
     const auto inMegabytes = [](Triple& t) {
         DWORD megabytes;
-        return Outcome{!Jw32FreeDiskSpaceMB("C:\\", &megabytes, &t.code, t.text, t.size)};
+        return Outcome{!t.of(Jw32FreeDiskSpaceMB, "C:\\", &megabytes)};
     };
     runInChild([&] {
         Triple first;  // the lookup is made once and leaves its module loaded

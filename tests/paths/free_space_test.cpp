@@ -12,11 +12,10 @@ class FreeSpace : public KeepsModules {
     // The results of the four operations, each of which is the same number.
     int ask(const char* path) {
         bytes_.QuadPart = 4711;
-        const int results[] = {
-            Jw32FreeDiskSpace(path, &bytes_, &first_.code, first_.text, first_.size),
-            Jw32FreeDiskSpaceC(path, &plain_),
-            Jw32FreeDiskSpaceMB(path, &megabytes_, &second_.code, second_.text, second_.size),
-            Jw32FreeDiskSpaceMBC(path, &plainMegabytes_)};
+        const int results[] = {first_.of(Jw32FreeDiskSpace, path, &bytes_),
+                               Jw32FreeDiskSpaceC(path, &plain_),
+                               second_.of(Jw32FreeDiskSpaceMB, path, &megabytes_),
+                               Jw32FreeDiskSpaceMBC(path, &plainMegabytes_)};
         EXPECT_THAT(results, testing::Each(results[0])) << path;
         return results[0];
     }
@@ -54,8 +53,8 @@ TEST_F(FreeSpace, NeedsADriveThatExists) {
 
 TEST_F(FreeSpace, NeedsAPlaceForTheResult) {
     SetLastError(ERROR_NOT_READY);
-    EXPECT_EQ(Jw32FreeDiskSpace("C:\\", nullptr, &first_.code, first_.text, first_.size), 0);
-    EXPECT_EQ(Jw32FreeDiskSpaceMB("C:\\", nullptr, &second_.code, second_.text, second_.size), 0);
+    EXPECT_EQ(first_.of(Jw32FreeDiskSpace, "C:\\", nullptr), 0);
+    EXPECT_EQ(second_.of(Jw32FreeDiskSpaceMB, "C:\\", nullptr), 0);
     EXPECT_TRUE(first_.isClear() && second_.isClear()) << first_ << second_;
     EXPECT_EQ(Jw32FreeDiskSpaceC("C:\\", nullptr), 0);
     EXPECT_EQ(Jw32FreeDiskSpaceMBC("C:\\", nullptr), 0);
