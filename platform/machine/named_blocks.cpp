@@ -116,9 +116,7 @@ std::string hashedName(std::string_view text) {
 std::string fileNameOf(std::string_view text) {
     std::string name;
     for (const char character : text) {
-        const bool special =
-            character == '/' || character == '%' || (character == '.' && name.empty());
-        if (!special) {
+        if (character != '/' && character != '%') {
             name += character;
             continue;
         }
@@ -136,7 +134,8 @@ bool takePrefix(std::u16string_view& name, std::u16string_view prefix) {
 }
 
 // Names of the session, with or without "Local\", and those of the whole system, with "Global\",
-// are kept apart. The result's path is empty when the name is refused.
+// are kept apart: one letter in front of the file's name tells them. The result's path is empty
+// when the name is refused.
 NamedBlock place(std::u16string_view name) {
     if (name.size() > longestName) return {.error = ERROR_FILENAME_EXCED_RANGE};
     const bool global = takePrefix(name, u"Global\\");
@@ -149,8 +148,8 @@ NamedBlock place(std::u16string_view name) {
 
 // Whether the path still leads to the open file.
 bool leadsTo(const std::string& path, int file) {
-    struct stat named {
-    }, open{};
+    struct stat named {};
+    struct stat open {};
     return ::lstat(path.c_str(), &named) == 0 && ::fstat(file, &open) == 0 &&
            named.st_dev == open.st_dev && named.st_ino == open.st_ino;
 }
@@ -166,7 +165,7 @@ void clearAbandoned() {
     }
 }
 
-// Sets memory aside in pieces: some kernels undo a whole call at a signal. Gives the host's error, or 0.
+// Sets memory aside in pieces, since a signal undoes a whole call. Gives the host's error, or 0.
 int setAside(int file, std::uint64_t size) {
     constexpr std::uint64_t piece = 1 << 20;
     for (std::uint64_t done = 0; done < size;) {
