@@ -25,8 +25,8 @@ class ErrorTriple {
         return failure;
     }
 
-    /// Reports a code of the library's own, with a text from the string table of the module that the
-    /// resource handle names.
+    /// Reports a code of the library's own, with a text from the string table of the module that
+    /// the resource handle names.
     template <class Result>
     Result failWithString(Result failure, DWORD code, UINT stringId) const {
         reportString(code, stringId);

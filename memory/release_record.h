@@ -4,7 +4,8 @@
 #include <atomic>
 #include <memory>
 
-/// Objects that hold the same thing share one record of it. Whoever closes first claims the release.
+/// Objects that hold the same thing share one record of it. Whoever closes first claims the
+/// release.
 class ReleaseRecord {
   public:
     /// True for the first caller, who then releases what the objects hold.
@@ -18,5 +19,6 @@ class ReleaseRecord {
     std::atomic<bool> released_{false};
 };
 
-/// A record of a thing that is not released; null, with the last error set, when there is no memory.
+/// A record of a thing that is not released; null, with the last error set, when there is no
+/// memory.
 std::shared_ptr<ReleaseRecord> makeReleaseRecord() noexcept;

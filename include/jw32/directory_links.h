@@ -14,10 +14,10 @@
 /// was.
 ///
 /// The link's volume is asked for by the text up to its first backslash, so a relative path with a
-/// backslash is refused, and for a UNC path the volume of the current drive is asked. Paths of which
-/// the full form does not fit are refused before anything is made: the link's of more than 259
-/// characters, the target's of more than 255, and a link whose first backslash stands behind the
-/// 259th byte.
+/// backslash is refused, and for a UNC path the volume of the current drive is asked. Paths of
+/// which the full form does not fit are refused before anything is made: the link's of more than
+/// 259 characters, the target's of more than 255, and a link whose first backslash stands behind
+/// the 259th byte.
 ///
 /// @param pszLink the directory that is to become the link; may be null
 /// @param pszTarget the directory that it is to stand for, with or without a last backslash; may be

@@ -10,8 +10,8 @@
 /// Tells the folder of a loaded module, without a last backslash: that of a module in the root of a
 /// drive is the bare drive, as `C:`.
 ///
-/// Of a module's path the first 259 bytes are looked at. A folder that does not fit in the buffer is
-/// not cut, since it would be another one: the result is 0 and the buffer is empty.
+/// Of a module's path the first 259 bytes are looked at. A folder that does not fit in the buffer
+/// is not cut, since it would be another one: the result is 0 and the buffer is empty.
 ///
 /// @param hModule the module; null: the program of the process
 /// @param[out] pszBuffer receives the folder; untouched when the module is INVALID_HANDLE_VALUE,

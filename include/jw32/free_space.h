@@ -1,5 +1,6 @@
 /// @file
-/// Free space of drives, in bytes and in megabytes, with the error triple (see frame.h) and without.
+/// Free space of drives, in bytes and in megabytes, with the error triple (see frame.h) and
+/// without.
 ///
 /// Only the drive letter of a path is looked at, so the rest of it need not exist; a path without a
 /// drive letter, such as a relative one or that of a share, is refused. Where the system has

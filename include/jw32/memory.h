@@ -10,11 +10,11 @@
 
 class ReleaseRecord;
 
-/// Owns one block of memory that begins as zeros and can be read and written. Small blocks come from
-/// the global heap, large ones straight from the system's pages.
+/// Owns one block of memory that begins as zeros and can be read and written. Small blocks come
+/// from the global heap, large ones straight from the system's pages.
 ///
-/// An object is closed or open. Open() opens a closed object, Close() and the destructor release the
-/// block; then it can be opened again, with another size. A block is never resized.
+/// An object is closed or open. Open() opens a closed object, Close() and the destructor release
+/// the block; then it can be opened again, with another size. A block is never resized.
 ///
 /// A copy of an open object holds the same block, not another one. Whoever closes first releases
 /// the block, and nobody releases it twice; from then on the pointer is dead for all of them, and

@@ -17,8 +17,8 @@ class ReleaseRecord;
 /// object's, and is dead as soon as the next ReMap() unmaps it or the object is closed. A ReMap()
 /// that finds no view leaves an open object without one, which can only be closed.
 ///
-/// **Files of 4 GiB and more.** ReMap() reaches views that begin in the first 4 GiB. Open() asks for
-/// the whole file, which 32-bit systems refuse; where one can be had, a mapped size is told as
+/// **Files of 4 GiB and more.** ReMap() reaches views that begin in the first 4 GiB. Open() asks
+/// for the whole file, which 32-bit systems refuse; where one can be had, a mapped size is told as
 /// 0xFFFFFFFF at most. The overload that settles for less goes on from that size.
 ///
 /// A copy of an open object holds the same file and view. Whoever closes first releases both, and
@@ -52,10 +52,10 @@ class JW32_API CJw32MmFile {
     ///
     /// @param eMode what for; any other value is refused with a clear triple
     /// @param pszFileName the file's name; goes to the platform as it is
-    /// @param[out] pdwError, pszError, dwErrorSize the error triple (see frame.h). For an empty file
-    ///        the code is 0xFFFFFFFF and the text the library's own
-    /// @return the view; null on failure, and with a clear triple when the object is open. A failure
-    ///         leaves a closed object closed and releases what was had.
+    /// @param[out] pdwError, pszError, dwErrorSize the error triple (see frame.h). For an empty
+    ///        file the code is 0xFFFFFFFF and the text the library's own
+    /// @return the view; null on failure, and with a clear triple when the object is open. A
+    ///        failure leaves a closed object closed and releases what was had.
     void* Open(eOpenmode eMode, const char* pszFileName, DWORD* pdwError = nullptr,
                char* pszError = nullptr, DWORD dwErrorSize = 0);
 
@@ -76,22 +76,22 @@ class JW32_API CJw32MmFile {
     ///
     /// @param[in,out] dwOffset the place in bytes from the start of the file; comes back rounded
     ///        down to a multiple of the system's allocation granularity
-    /// @param[in,out] dwLength the size of the view in bytes; 0: to the end of the file. A view that
-    ///        would reach beyond the end is cut, and one that the platform refuses is halved until
-    ///        it can be had. Comes back as what was mapped, a 0 as 0.
+    /// @param[in,out] dwLength the size of the view in bytes; 0: to the end of the file. A view
+    ///        that would reach beyond the end is cut, and one that the platform refuses is halved
+    ///        until it can be had. Comes back as what was mapped, a 0 as 0.
     /// @param[out] pdwError, pszError, dwErrorSize the error triple: tells why the platform gave no
     ///        view
-    /// @return the view; null with a clear triple and unchanged arguments when the object has none or
-    ///         the offset does not lie inside the file, in which case the present view stays; null
-    ///         with the length 0 when no view could be had, and the old one is gone
+    /// @return the view; null with a clear triple and unchanged arguments when the object has none
+    ///        or the offset does not lie inside the file, in which case the present view stays;
+    ///        null with the length 0 when no view could be had, and the old one is gone
     void* ReMap(DWORD& dwOffset, DWORD& dwLength, DWORD* pdwError = nullptr,
                 char* pszError = nullptr, DWORD dwErrorSize = 0);
 
     /// Unmaps the view and closes the file. Does nothing to a closed object.
     void Close();
 
-    /// Tells how large the file was at the last Open(), also when the object was closed since. It is
-    /// 0 when that ended before the size was known.
+    /// Tells how large the file was at the last Open(), also when the object was closed since. It
+    /// is 0 when that ended before the size was known.
     ///
     /// @param[out] pdwHigh the high half of the size; may be null
     /// @return the low half of the size in bytes

@@ -14,9 +14,9 @@ class ReleaseRecord;
 /// creates the block, others open it by its name, and all see the same bytes.
 ///
 /// The block begins with the callers' first byte: the library keeps nothing in it, neither its size
-/// nor a lock, so that the processes agree on both. It lives for as long as any process has it open,
-/// whoever created it. Names follow the platform's rules: at most 259 characters, with or without
-/// "Local\" or "Global\" in front, and no other backslash.
+/// nor a lock, so that the processes agree on both. It lives for as long as any process has it
+/// open, whoever created it. Names follow the platform's rules: at most 259 characters, with or
+/// without "Local\" or "Global\" in front, and no other backslash.
 ///
 /// A copy of an open object holds the same view. Whoever closes first releases it, and nobody
 /// releases it twice; from then on the pointer is dead for all of them, and the others are to be
@@ -44,8 +44,8 @@ class JW32_API CJw32SharedMemory {
     /// @param pszName the block's name; null or empty: a block that nobody else can open
     /// @param dwSize the size in bytes; the platform refuses 0
     /// @param[out] pdwError, pszError, dwErrorSize the error triple (see frame.h)
-    /// @return the view, which stays the object's; null on failure, and with a clear triple when the
-    ///         object is not closed or the name is taken
+    /// @return the view, which stays the object's; null on failure, and with a clear triple when
+    ///        the object is not closed or the name is taken
     void* Create(const char* pszName, DWORD dwSize, DWORD* pdwError = nullptr,
                  char* pszError = nullptr, DWORD dwErrorSize = 0);
 

@@ -31,8 +31,8 @@ WINBASEAPI int sprintf_s(char* target, std::size_t size, const char* format, ...
 WINBASEAPI errno_t _fcvt_s(char* digits, std::size_t size, double value, int decimals, int* point,
                            int* sign);
 
-// The value of a variable in a block from malloc, for free, and its length with the terminator; null
-// and 0 where it is not set.
+// The value of a variable in a block from malloc, for free, and its length with the terminator;
+// null and 0 where it is not set.
 WINBASEAPI errno_t _dupenv_s(char** value, std::size_t* length, const char* name);
 // "NAME=value"; without a value the variable is taken away. 0, or -1 on failure.
 WINBASEAPI int _putenv(const char* assignment);

@@ -26,7 +26,8 @@ bool isDirectory(const std::string& name) {
     return found.exists() && found.isDirectory();
 }
 
-// The directory of TMP, else the one that is asked for, else the current one: the first that exists.
+// The directory of TMP, else the one that is asked for, else the current one: the first that
+// exists.
 std::optional<std::string> folderFor(const char* wanted) {
     const auto variable = machine::environmentVariable("TMP");
     if (variable && isDirectory(*variable)) return variable;

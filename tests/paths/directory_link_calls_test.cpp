@@ -1,4 +1,5 @@
-// Which platform calls a directory link makes, the bytes that it sends, and what its failures leave.
+// Which platform calls a directory link makes, the bytes that it sends, and what its failures
+// leave.
 #include <atlexcept.h>
 #include <gmock/gmock.h>
 #include <jw32/directory_links.h>

@@ -1,5 +1,5 @@
-// How the call for large disks is looked up, and what is asked where it is missing. The answer holds
-// for a process, so each of these runs in one of its own.
+// How the call for large disks is looked up, and what is asked where it is missing. The answer
+// holds for a process, so each of these runs in one of its own.
 #include <gmock/gmock.h>
 #include <jw32/free_space.h>
 #include <sys/wait.h>

@@ -1,6 +1,6 @@
 // The machine of the test programs in the Linux build: drives C: and D: in a folder that goes away
-// at the end, when nothing may be open any more, and the host's root as Z:. The current directory is
-// the root of C:.
+// at the end, when nothing may be open any more, and the host's root as Z:. The current directory
+// is the root of C:.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
