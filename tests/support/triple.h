@@ -1,4 +1,4 @@
-// An error triple as a caller keeps it, full of an older failure.
+// What operations report by the error triple that their last arguments are.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -7,6 +7,19 @@
 #include <ostream>
 #include <string>
 
+namespace triple_detail {
+
+inline const char* passed(const std::string& text) {
+    return text.c_str();
+}
+template <class Argument>
+Argument passed(Argument argument) {
+    return argument;
+}
+
+}  // namespace triple_detail
+
+// An error triple as a caller keeps it, full of an older failure.
 struct Triple {
     DWORD code = 4711;
     char text[256] = "an older failure";
@@ -16,7 +29,7 @@ struct Triple {
     template <class Operation, class... Arguments>
     auto of(Operation operation, Arguments... arguments) {
         *this = {};
-        return operation(arguments..., &code, text, size);
+        return operation(triple_detail::passed(arguments)..., &code, text, size);
     }
     bool isClear() const { return code == 0 && text[0] == '\0'; }
     bool tells(DWORD expected) const { return code == expected && text[0] != '\0'; }
@@ -24,3 +37,32 @@ struct Triple {
         return out << "code " << triple.code << ", text \"" << triple.text << '"';
     }
 };
+
+// The result of an operation and the code that it told; with a code comes a text, without it none.
+template <class Result>
+struct Report {
+    Report(Result given, DWORD told, bool text) : result(given), code(told), hasText(text) {}
+    explicit Report(Result given, DWORD told = 0) : Report(given, told, told != 0) {}
+
+    Result result;
+    DWORD code;
+    bool hasText;
+
+    friend std::ostream& operator<<(std::ostream& out, const Report& report) {
+        return out << report.result << " with code " << report.code << " and "
+                   << (report.hasText ? "a text" : "no text");
+    }
+};
+
+template <class Left, class Right>
+bool operator==(const Report<Left>& left, const Report<Right>& right) {
+    return left.result == right.result && left.code == right.code && left.hasText == right.hasText;
+}
+
+// Runs an operation with a triple: EXPECT_EQ(reported(Jw32FileHide, name), Report(1));
+template <class Operation, class... Arguments>
+auto reported(Operation operation, Arguments... arguments) {
+    Triple triple;
+    const auto result = triple.of(operation, arguments...);
+    return Report(result, triple.code, triple.text[0] != '\0');
+}
