@@ -8,52 +8,36 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 
-machine::Machine withNetworkMessages() {
-    machine::Machine result;
-    result.dataModules.push_back({"NetMsg.dll", {{2100, "first"}, {2999, "last"}}, {}});
-    return result;
+template <class Operation>
+std::vector<std::string> callsOf(Operation operation, DWORD code) {
+    char text[256] = "";
+    const machine::Script script;
+    operation(static_cast<WORD>(code), text, sizeof text);
+    EXPECT_EQ(text[0] != '\0', code == 2100 || code == 2999) << "the text of " << code;
+    return script.texts();
 }
 
 TEST(Messages, OfTheNetworkAreLookedUpWithinTheirRangeOnly) {
-    const machine::Installed computer(withNetworkMessages());
-    const auto before = machine::inUse();
+    machine::Machine withMessages;
+    withMessages.dataModules.push_back({"NetMsg.dll", {{2100, "first"}, {2999, "last"}}, {}});
+    const machine::Installed computer(withMessages);
+    const std::string load = R"(LoadLibraryExA("netmsg.dll", null, 2))";
+    const std::string own = "FormatMessageA(6144, pointer, ",
+                      system = "FormatMessageA(4096, null, ";
+    const std::string rest = ", 1024, pointer, 256)", release = "FreeLibrary(pointer)";
     for (const DWORD code : {2100, 2999}) {
-        char text[256] = "";
-        machine::Script script;
-        Jw32SystemMessage(code, text, sizeof text);
-        ASSERT_THAT(script.names(), ElementsAre("LoadLibraryExA", "FormatMessageA", "FreeLibrary"));
-        EXPECT_EQ(script.calls()[0].text(), "LoadLibraryExA(\"netmsg.dll\", null, 2)");
-        EXPECT_THAT(script.calls()[1].text(), HasSubstr("(6144, pointer, "));
-        EXPECT_STRNE(text, "");
+        const auto message = own + std::to_string(code) + rest;
+        EXPECT_THAT(callsOf(Jw32SystemMessage, code), ElementsAre(load, message, release));
     }
-    for (const char* const code : {"2099", "3000"}) {
-        char text[256] = "";
-        machine::Script script;
-        Jw32SystemMessage(static_cast<DWORD>(std::stoul(code)), text, sizeof text);
-        ASSERT_THAT(script.names(), ElementsAre("FormatMessageA"));
-        EXPECT_EQ(script.calls()[0].text(),
-                  std::string("FormatMessageA(4096, null, ") + code + ", 1024, pointer, 256)");
+    for (const DWORD code : {2099, 3000}) {
+        const auto message = system + std::to_string(code) + rest;
+        EXPECT_THAT(callsOf(Jw32SystemMessage, code), ElementsAre(message));
+        EXPECT_THAT(callsOf(Jw32ComMessage, code), ElementsAre(message));
     }
-    EXPECT_EQ(machine::inUse(), before);
-}
-
-TEST(Messages, AreTheSystemsWithoutTheNetworkModule) {
-    const machine::Installed computer(machine::Machine{});
-    char text[256] = "";
-    machine::Script script;
-    Jw32SystemMessage(2100, text, sizeof text);
-    ASSERT_THAT(script.names(), ElementsAre("LoadLibraryExA", "FormatMessageA"));
-    EXPECT_THAT(script.calls()[1].text(), HasSubstr("(4096, null, 2100, "));
-}
-
-TEST(Messages, OfComNeverComeFromTheNetworkModule) {
-    const machine::Installed computer(withNetworkMessages());
-    char text[256] = "";
-    machine::Script script;
-    Jw32ComMessage(2100, text, sizeof text);
-    EXPECT_THAT(script.names(), ElementsAre("FormatMessageA"));
+    const machine::Installed without(machine::Machine{});
+    EXPECT_THAT(callsOf(Jw32SystemMessage, 2500), ElementsAre(load, system + "2500" + rest));
+    EXPECT_THAT(callsOf(Jw32ComMessage, 2500), ElementsAre(system + "2500" + rest));
 }
 
 }  // namespace

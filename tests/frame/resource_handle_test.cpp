@@ -2,17 +2,13 @@
 #include <gtest/gtest.h>
 #include <jw32/frame.h>
 
-#include <string>
+#include <cstring>
 
 namespace {
 
-DWORD WINAPI nothing(LPVOID) {
-    return 0;
-}
-
 void runAThread() {
+    const auto nothing = [](LPVOID) WINAPI -> DWORD { return 0; };
     const HANDLE thread = CreateThread(nullptr, 0, nothing, nullptr, 0, nullptr);
-    ASSERT_NE(thread, nullptr);
     EXPECT_EQ(WaitForSingleObject(thread, INFINITE), DWORD{WAIT_OBJECT_0});
     CloseHandle(thread);
 }
@@ -20,8 +16,7 @@ void runAThread() {
 TEST(ResourceHandle, StandsUntilAThreadStartsOrEnds) {
     const HINSTANCE own = Jw32GetResourceHandle();
     ASSERT_NE(own, nullptr);
-    const HMODULE other = GetModuleHandleA("kernel32.dll");
-    for (const HINSTANCE set : {static_cast<HINSTANCE>(other), HINSTANCE{nullptr}}) {
+    for (const HINSTANCE set : {HINSTANCE{GetModuleHandleA("kernel32.dll")}, HINSTANCE{nullptr}}) {
         Jw32SetResourceHandle(set);
         EXPECT_EQ(Jw32GetResourceHandle(), set);
         runAThread();
@@ -42,7 +37,7 @@ TEST(ResourceHandle, LeadsToTheStrings) {
         char text[260] = "";
         const int length = LoadStringA(Jw32GetResourceHandle(), row.id, text, row.room);
         EXPECT_STREQ(text, row.text);
-        EXPECT_EQ(length, static_cast<int>(std::string(row.text).size()));
+        EXPECT_EQ(length, static_cast<int>(std::strlen(row.text)));
     }
 }
 
