@@ -3,16 +3,15 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <cstring>
 
+#include "support/last_error.h"
 #include "support/scratch_drives.h"
 
 namespace {
 
-bool isZero(const void* block, std::size_t size) {
-    const auto* const bytes = static_cast<const unsigned char*>(block);
-    return std::all_of(bytes, bytes + size, [](unsigned char byte) { return byte == 0; });
-}
+constexpr DWORD reads = GENERIC_READ, writes = GENERIC_WRITE, both = reads | writes;
+constexpr DWORD sharing = FILE_SHARE_READ | FILE_SHARE_WRITE;
+constexpr DWORD badParameter = ERROR_INVALID_PARAMETER, denied = ERROR_ACCESS_DENIED;
 
 DWORD granularity() {
     SYSTEM_INFO info;
@@ -32,189 +31,141 @@ TEST(Memory, OfTheHeapIsFixed) {
 }
 
 TEST(Memory, OfPagesLiesAtAMultipleOfTheGranularityAndIsTakenBackWhole) {
+    const auto commit = [](SIZE_T size) {
+        return VirtualAlloc(nullptr, size, MEM_COMMIT, PAGE_READWRITE);
+    };
     EXPECT_EQ(granularity(), 64u * 1024);
-    EXPECT_EQ(VirtualAlloc(nullptr, 0, MEM_COMMIT, PAGE_READWRITE), nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
-    void* const first = VirtualAlloc(nullptr, 1, MEM_COMMIT, PAGE_READWRITE);
-    void* const second = VirtualAlloc(nullptr, 1, MEM_COMMIT, PAGE_READWRITE);
+    EXPECT_EQ(codeOf(commit(0) != nullptr), badParameter);
+    void *const first = commit(1), *const second = commit(1);
     EXPECT_TRUE(first != second && isAligned(first) && isAligned(second));
-    EXPECT_FALSE(VirtualFree(first, 1, MEM_RELEASE)) << "a part of a block";
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
+    EXPECT_EQ(codeOf(VirtualFree(first, 1, MEM_RELEASE)), badParameter) << "a part of a block";
     for (void* const block : {first, second}) EXPECT_TRUE(VirtualFree(block, 0, MEM_RELEASE));
-    EXPECT_FALSE(VirtualFree(first, 0, MEM_RELEASE)) << "twice";
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
+    EXPECT_EQ(codeOf(VirtualFree(first, 0, MEM_RELEASE)), badParameter) << "twice";
 }
 
 class Mappings : public ScratchDrives {
   protected:
-    Mappings() : size_(granularity() + 1000) {
-        std::string content(size_, 'a');
-        content[granularity()] = 'b';
-        write(file(), content);
-        write(c("empty"), "");
+    Mappings() : step_(granularity()), size_(step_ + 1000) {
+        write(c("data"), std::string(step_, 'a') + std::string(1000, 'b'));
     }
-
-    std::string file() const { return c("data"); }
-    HANDLE open(DWORD access, const std::string& name) const {
-        return CreateFileA(name.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                           OPEN_EXISTING, 0, nullptr);
+    HANDLE open(const char* name, DWORD access, DWORD share = sharing) const {
+        return CreateFileA(c(name).c_str(), access, share, nullptr, OPEN_EXISTING, 0, nullptr);
     }
-    HANDLE map(DWORD access, DWORD protection, DWORD size = 0) const {
-        return map(file(), access, protection, size);
-    }
-    HANDLE map(const std::string& name, DWORD access, DWORD protection, DWORD size = 0) const {
-        const HANDLE opened = open(access, name);
-        const HANDLE mapping = CreateFileMappingA(opened, nullptr, protection, 0, size, nullptr);
+    HANDLE map(const char* name, DWORD access, DWORD protection, DWORD size = 0) const {
+        const HANDLE file = open(name, access);
+        const HANDLE mapping = CreateFileMappingA(file, nullptr, protection, 0, size, nullptr);
         const DWORD code = GetLastError();
-        CloseHandle(opened);
+        CloseHandle(file);
         SetLastError(code);
         return mapping;
     }
-
-    const DWORD size_;
+    const DWORD step_, size_;
 };
 
-constexpr DWORD both = GENERIC_READ | GENERIC_WRITE;
-
 TEST_F(Mappings, AreRefusedWithTheCodeOfTheReason) {
-    const struct {
-        const char* what;
-        std::string name;
-        DWORD access, protection, size, code;
-    } rows[] = {
-        {"an empty file", c("empty"), GENERIC_READ, PAGE_READONLY, 0, ERROR_FILE_INVALID},
-        {"writing to a file open for reading", file(), GENERIC_READ, PAGE_READWRITE, 0,
-         ERROR_ACCESS_DENIED},
-        {"a file open for writing alone", file(), GENERIC_WRITE, PAGE_READWRITE, 0,
-         ERROR_ACCESS_DENIED},
-        {"more than a file that is read holds", file(), GENERIC_READ, PAGE_READONLY, size_ + 1,
-         ERROR_NOT_ENOUGH_MEMORY},
-        {"no such protection", file(), both, 0x99, 0, ERROR_INVALID_PARAMETER},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(map(row.name, row.access, row.protection, row.size), nullptr) << row.what;
-        EXPECT_EQ(GetLastError(), row.code) << row.what;
-    }
-    EXPECT_EQ(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, 0, nullptr),
-              nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER}) << "memory of no size";
+    write(c("empty"), "");
+    EXPECT_EQ(codeOf(map("empty", reads, PAGE_READONLY)), DWORD{ERROR_FILE_INVALID});
+    EXPECT_EQ(codeOf(map("data", reads, PAGE_READWRITE)), denied);
+    EXPECT_EQ(codeOf(map("data", writes, PAGE_READWRITE)), denied) << "reading is needed, too";
+    EXPECT_EQ(codeOf(map("data", reads, PAGE_READONLY, size_ + 1)), DWORD{ERROR_NOT_ENOUGH_MEMORY});
+    EXPECT_EQ(codeOf(map("data", both, 0x99)), badParameter) << "no such protection";
+    EXPECT_EQ(codeOf(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, 0, "")),
+              badParameter)
+        << "memory of no size";
 }
 
-TEST_F(Mappings, GiveViewsByAccessOffsetAndLength) {
-    const DWORD step = granularity();
-    write(c("even"), std::string(step, 'a'));
-    const HANDLE reads = map(GENERIC_READ, PAGE_READONLY), writes = map(both, PAGE_READWRITE),
-                 even = map(c("even"), GENERIC_READ, PAGE_READONLY);
+TEST_F(Mappings, GiveViewsByOffsetAndLength) {
+    write(c("even"), std::string(step_, 'a'));
+    const HANDLE data = map("data", reads, PAGE_READONLY), even = map("even", reads, PAGE_READONLY);
     const struct {
-        const char* what;
         HANDLE mapping;
         DWORD access, offset, length, code;
         char first;
-    } rows[] = {
-        {"the whole file", reads, FILE_MAP_READ, 0, 0, 0, 'a'},
-        {"the whole file to write", writes, FILE_MAP_WRITE, 0, size_, 0, 'a'},
-        {"the end of the file", reads, FILE_MAP_READ, step, 0, 0, 'b'},
-        {"a piece of the end", writes, FILE_MAP_READ, step, 10, 0, 'b'},
-        {"a private copy", reads, FILE_MAP_COPY, 0, 0, 0, 'a'},
-        {"writing where reading is allowed", reads, FILE_MAP_WRITE, 0, 0, ERROR_ACCESS_DENIED, 0},
-        {"an offset off the granularity", reads, FILE_MAP_READ, 4096, 1, ERROR_MAPPED_ALIGNMENT, 0},
-        {"more than there is", reads, FILE_MAP_READ, 0, size_ + 1, ERROR_ACCESS_DENIED, 0},
-        {"an offset behind the end", reads, FILE_MAP_READ, 2 * step, 0, ERROR_INVALID_PARAMETER, 0},
-        {"all behind the end", even, FILE_MAP_READ, step, 0, ERROR_INVALID_PARAMETER, 0},
-        {"no mapping", INVALID_HANDLE_VALUE, FILE_MAP_READ, 0, 0, ERROR_INVALID_HANDLE, 0},
-    };
+    } rows[] = {{data, FILE_MAP_READ, 0, 0, 0, 'a'},
+                {data, FILE_MAP_READ, step_, 0, 0, 'b'},
+                {data, FILE_MAP_WRITE, 0, 0, denied, 0},
+                {data, FILE_MAP_READ, 4096, 1, ERROR_MAPPED_ALIGNMENT, 0},
+                {data, FILE_MAP_READ, 0, size_ + 1, denied, 0},
+                {data, FILE_MAP_READ, 2 * step_, 0, badParameter, 0},
+                {even, FILE_MAP_READ, step_, 0, badParameter, 0},
+                {INVALID_HANDLE_VALUE, FILE_MAP_READ, 0, 0, ERROR_INVALID_HANDLE, 0}};
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.what);
+        SCOPED_TRACE(&row - rows);
         void* const view = MapViewOfFile(row.mapping, row.access, 0, row.offset, row.length);
-        EXPECT_EQ(view == nullptr, row.code != 0);
-        if (view == nullptr) {
-            EXPECT_EQ(GetLastError(), row.code);
-            continue;
-        }
+        EXPECT_EQ(codeOf(view != nullptr), row.code);
+        if (view == nullptr) continue;
         EXPECT_TRUE(isAligned(view));
         EXPECT_EQ(*static_cast<char*>(view), row.first);
         EXPECT_TRUE(UnmapViewOfFile(view));
     }
-    for (const HANDLE mapping : {reads, writes, even}) CloseHandle(mapping);
+    for (const HANDLE mapping : {data, even}) CloseHandle(mapping);
 }
 
 TEST_F(Mappings, GiveViewsThatAreWrittenByAccessAlone) {
-    const HANDLE source = open(GENERIC_READ, file()), mapping = map(both, PAGE_READWRITE);
-    const struct {
-        DWORD access;
-        BOOL writes;
-    } rows[] = {{FILE_MAP_READ, FALSE}, {FILE_MAP_WRITE, TRUE}, {FILE_MAP_COPY, TRUE}};
-    for (const auto& row : rows) {
-        void* const view = MapViewOfFile(mapping, row.access, 0, 0, 0);
+    const HANDLE source = open("data", reads), mapping = map("data", both, PAGE_READWRITE);
+    for (const DWORD access : {FILE_MAP_READ, FILE_MAP_WRITE, FILE_MAP_COPY}) {
+        void* const view = MapViewOfFile(mapping, access, 0, 0, 0);
         DWORD count = 0;
         // The system stores for the caller, and fails where the caller could not.
-        EXPECT_EQ(ReadFile(source, view, 1, &count, nullptr), row.writes) << row.access;
+        EXPECT_EQ(ReadFile(source, view, 1, &count, nullptr), access != FILE_MAP_READ) << access;
         UnmapViewOfFile(view);
     }
     for (const HANDLE handle : {source, mapping}) CloseHandle(handle);
 }
 
 TEST_F(Mappings, OutliveTheHandleOfTheFileAndViewsOutliveThem) {
-    const HANDLE mapping = map(both, PAGE_READWRITE, size_ + 5000);
+    const HANDLE file = open("data", both, 0);
+    const HANDLE mapping = CreateFileMappingA(file, nullptr, PAGE_READWRITE, 0, size_ + 5000, "");
+    EXPECT_EQ(open("data", reads), INVALID_HANDLE_VALUE) << "the file is in use";
+    CloseHandle(file);
+    const HANDLE another = open("data", reads);
+    EXPECT_NE(another, INVALID_HANDLE_VALUE) << "a mapping keeps nobody from the file";
     auto* const view = static_cast<char*>(MapViewOfFile(mapping, FILE_MAP_WRITE, 0, 0, 0));
     ASSERT_NE(view, nullptr);
-    CloseHandle(mapping);
+    for (const HANDLE handle : {another, mapping}) CloseHandle(handle);
     view[0] = 'z';
     EXPECT_TRUE(UnmapViewOfFile(view));
-    EXPECT_FALSE(UnmapViewOfFile(view)) << "twice";
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_ADDRESS});
-    EXPECT_EQ(read(file()).front(), 'z');
-    EXPECT_EQ(Jw32FileSize(file().c_str()), static_cast<LONG>(size_ + 5000)) << "it has grown";
+    EXPECT_EQ(codeOf(UnmapViewOfFile(view)), DWORD{ERROR_INVALID_ADDRESS}) << "twice";
+    EXPECT_EQ(read(c("data")).front(), 'z');
+    EXPECT_EQ(Jw32FileSize(c("data").c_str()), static_cast<LONG>(size_ + 5000)) << "it has grown";
 }
-
-TEST_F(Mappings, KeepNobodyFromTheFileOnceItsHandleIsClosed) {
-    const HANDLE alone = CreateFileA(file().c_str(), both, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    const HANDLE mapping = CreateFileMappingA(alone, nullptr, PAGE_READWRITE, 0, 0, nullptr);
-    EXPECT_EQ(open(GENERIC_READ, file()), INVALID_HANDLE_VALUE);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_SHARING_VIOLATION});
-    CloseHandle(alone);
-    const HANDLE another = open(GENERIC_READ, file());
-    EXPECT_NE(another, INVALID_HANDLE_VALUE) << GetLastError();
-    CloseHandle(another);
-    CloseHandle(mapping);
-}
-
-// Named blocks.
 
 class Blocks : public testing::Test {
   protected:
     static std::string name(const char* end = "block") {
         return "jw32-test-" + std::to_string(GetCurrentProcessId()) + "-" + end;
     }
-    static HANDLE create(const std::string& name, DWORD size = 5000) {
-        return CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, size,
-                                  name.c_str());
+    // A block of the name; the code tells whether it is new.
+    HANDLE create(const std::string& name, DWORD size = 5000) {
+        SetLastError(4711);
+        const HANDLE handle = CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
+                                                 size, name.c_str());
+        code_ = GetLastError();
+        return handle;
     }
-    static HANDLE open(const std::string& name) {
-        return OpenFileMappingA(FILE_MAP_WRITE, FALSE, name.c_str());
-    }
-    static bool exists(const std::string& name) {
-        const HANDLE handle = open(name);
+    static DWORD openCode(const std::string& name) {
+        const HANDLE handle = OpenFileMappingA(FILE_MAP_WRITE, FALSE, name.c_str());
+        const DWORD code = codeOf(handle != nullptr);
         if (handle != nullptr) CloseHandle(handle);
-        return handle != nullptr;
+        return code;
     }
+    DWORD code_ = 0;
 };
 
 TEST_F(Blocks, LiveAsLongAsAnyHandleWhateverViewsAreLeft) {
-    EXPECT_FALSE(exists(name()));
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
+    EXPECT_EQ(openCode(name()), DWORD{ERROR_FILE_NOT_FOUND});
     const HANDLE first = create(name());
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_SUCCESS});
+    EXPECT_EQ(code_, DWORD{ERROR_SUCCESS});
     const HANDLE second = create(name(), 100);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_ALREADY_EXISTS});
+    EXPECT_EQ(code_, DWORD{ERROR_ALREADY_EXISTS});
     auto* const one = static_cast<char*>(MapViewOfFile(first, FILE_MAP_WRITE, 0, 0, 0));
     auto* const other = static_cast<char*>(MapViewOfFile(second, FILE_MAP_WRITE, 0, 0, 0));
     ASSERT_TRUE(one != nullptr && other != nullptr && one != other);
-    EXPECT_TRUE(isZero(one, 5000));
+    EXPECT_EQ(std::count(one, one + 5000, '\0'), 5000);
     CloseHandle(first);
-    EXPECT_TRUE(exists(name())) << "a handle is open";
+    EXPECT_EQ(openCode(name()), 0u) << "a handle is open";
     CloseHandle(second);
-    EXPECT_FALSE(exists(name())) << "no handle is open";
+    EXPECT_EQ(openCode(name()), DWORD{ERROR_FILE_NOT_FOUND}) << "no handle is open";
     one[4999] = 'x';
     EXPECT_EQ(other[4999], 'x') << "the views keep the bytes, of the block that stood";
     for (const char* const view : {one, other}) UnmapViewOfFile(view);
@@ -222,30 +173,25 @@ TEST_F(Blocks, LiveAsLongAsAnyHandleWhateverViewsAreLeft) {
 
 TEST_F(Blocks, GoByTheRulesOfNames) {
     const HANDLE plain = create(name()), global = create("Global\\" + name());
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_SUCCESS}) << "the two name spaces are apart";
-    EXPECT_TRUE(exists("Local\\" + name())) << "the session's names, written out";
-    EXPECT_TRUE(exists("Global\\" + name()));
+    EXPECT_EQ(code_, DWORD{ERROR_SUCCESS}) << "the two name spaces are apart";
+    EXPECT_EQ(openCode("Local\\" + name()), 0u) << "the session's names, written out";
+    EXPECT_EQ(openCode("Global\\" + name()), 0u);
     for (const HANDLE handle : {plain, global}) CloseHandle(handle);
-
-    const std::string odd[] = {name("a/b%.."), name("\xC3\xA4") + std::string(200, 'n')};
-    for (const auto& special : odd) {
-        const HANDLE handle = create(special);
-        EXPECT_TRUE(exists(special)) << special;
-        EXPECT_FALSE(exists(special + "x")) << special;
+    for (const auto& odd : {name("a/b%.."), name("\xC3\xA4") + std::string(200, 'n')}) {
+        const HANDLE handle = create(odd);
+        EXPECT_EQ(openCode(odd), 0u) << odd;
+        EXPECT_NE(openCode(odd + "x"), 0u) << odd;
         CloseHandle(handle);
     }
-    EXPECT_EQ(create("no\\such\\space"), nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_PATH_NOT_FOUND});
-    EXPECT_EQ(create(std::string(300, 'n')), nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_FILENAME_EXCED_RANGE});
-    EXPECT_EQ(OpenFileMappingA(FILE_MAP_WRITE, FALSE, nullptr), nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
+    EXPECT_EQ(codeOf(create("no\\such\\space")), DWORD{ERROR_PATH_NOT_FOUND});
+    EXPECT_EQ(codeOf(create(std::string(300, 'n'))), DWORD{ERROR_FILENAME_EXCED_RANGE});
+    EXPECT_EQ(codeOf(OpenFileMappingA(FILE_MAP_WRITE, FALSE, nullptr)), badParameter);
 }
 
 TEST_F(Blocks, WithoutANameAreTheHoldersAlone) {
     const HANDLE first = create(""), second = create("");
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_SUCCESS});
-    EXPECT_FALSE(exists(""));
+    EXPECT_EQ(code_, DWORD{ERROR_SUCCESS});
+    EXPECT_NE(openCode(""), 0u);
     for (const HANDLE handle : {first, second}) CloseHandle(handle);
 }
 
