@@ -1,6 +1,7 @@
 // The fixture of the tests about files: the scratch drives, and opening that tells its code.
 #pragma once
 
+#include "support/last_error.h"
 #include "support/scratch_drives.h"
 #include "support/wide.h"
 #include "wine.h"
@@ -45,13 +46,12 @@ class Opened {
     const DWORD code;  // the last error behind the call
 };
 
+// A file and a folder to work on.
 class ContractFiles : public ScratchDrives {
   protected:
-    // The last error of a call that failed, or 0; the next call starts without one.
-    static DWORD codeOf(BOOL succeeded) {
-        const DWORD code = succeeded ? 0 : GetLastError();
-        SetLastError(0);
-        return code;
+    ContractFiles() {
+        makeFolder(c("folder"));
+        write(c("file"), "content");
     }
     // The code of opening for reading; 0: it can be opened.
     static DWORD openCode(const std::string& path) {
@@ -68,14 +68,5 @@ class ContractFiles : public ScratchDrives {
         WIN32_FIND_DATAW result{};
         EXPECT_TRUE(FindClose(FindFirstFileW(Wide(path), &result))) << path;
         return result;
-    }
-};
-
-// The same with a file and a folder to work on.
-class ContractEntries : public ContractFiles {
-  protected:
-    ContractEntries() {
-        makeFolder(c("folder"));
-        write(c("file"), "content");
     }
 };

@@ -3,7 +3,7 @@
 
 namespace {
 
-using OpenFile = ContractEntries;
+using OpenFile = ContractFiles;
 
 constexpr const char* wineTruncatesReaders = "Wine truncates without the access to write";
 constexpr const char* wineReplacesHidden = "Wine replaces hidden files without the attribute";
