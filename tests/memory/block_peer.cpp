@@ -1,13 +1,12 @@
 // One process of several that share named blocks: obeys the commands on its standard input, and
 // answers each with one line.
 //
-//     create NAME SIZE, open NAME, close, exist NAME    done or no
-//     write OFFSET WORD                                 done
-//     read OFFSET LENGTH                                the text
-//     race NAME SIZE ROUNDS                             how often a block was made, joined, broken
+//     create NAME SIZE, open NAME, exist NAME    done or no
+//     write WORD OFFSET, close                   done
+//     read OFFSET LENGTH                         the text
+//     race NAME SIZE ROUNDS                      how often a block was made, joined, broken
 #include <jw32/shared_memory.h>
 
-#include <algorithm>
 #include <cstring>
 #include <iostream>
 #include <sstream>
@@ -15,68 +14,54 @@
 
 namespace {
 
-constexpr unsigned char mark = 0xA5;
+const std::string zero(1, '\0'), mark(1, '\xA5');
 
-void answer(bool done) {
-    std::cout << (done ? "done" : "no") << std::endl;
+std::string done(bool is) {
+    return is ? "done" : "no";
 }
 
-// A whole block holds zeros, or marks where its maker has come to.
-bool isWhole(const unsigned char* bytes, DWORD size) {
-    return std::all_of(bytes, bytes + size,
-                       [](unsigned char byte) { return byte == 0 || byte == mark; });
+// Whether there is a block, and every byte is one of those allowed.
+bool isWhole(const void* block, DWORD size, const std::string& allowed) {
+    if (block == nullptr) return false;
+    const std::string_view bytes(static_cast<const char*>(block), size);
+    return bytes.find_first_not_of(allowed) == bytes.npos;
 }
 
-// Whether the name leads to the block that its maker has filled with marks.
-bool isFoundBy(const std::string& name, DWORD size) {
-    CJw32SharedMemory again;
-    const auto* const bytes = static_cast<const unsigned char*>(again.Open(name.c_str()));
-    return bytes != nullptr && std::count(bytes, bytes + size, mark) == static_cast<int>(size);
-}
-
-// Makes or joins the block and gives it up again, over and over. Other processes do so meanwhile.
-void race(const std::string& name, DWORD size, int rounds) {
+// Makes the block and fills it with marks, or joins it, and gives it up again, over and over. Other
+// processes do so meanwhile. Who joins finds marks where the maker has come to.
+std::string race(const char* name, DWORD size, int rounds) {
     int made = 0, joined = 0, broken = 0;
     for (int round = 0; round < rounds; ++round) {
-        CJw32SharedMemory memory;
-        if (auto* const bytes = static_cast<unsigned char*>(memory.Create(name.c_str(), size))) {
+        CJw32SharedMemory memory, again;
+        if (void* const block = memory.Create(name, size)) {
             ++made;
-            if (!std::all_of(bytes, bytes + size, [](unsigned char byte) { return byte == 0; })) {
-                ++broken;
-            }
-            std::memset(bytes, mark, size);
-            if (!isFoundBy(name, size)) ++broken;
-        } else if (const void* const view = memory.Open(name.c_str())) {
+            if (!isWhole(block, size, zero)) ++broken;
+            std::memset(block, mark[0], size);
+            if (!isWhole(again.Open(name), size, mark)) ++broken;
+        } else if (const void* const view = memory.Open(name)) {
             ++joined;
-            if (!isWhole(static_cast<const unsigned char*>(view), size)) ++broken;
+            if (!isWhole(view, size, zero + mark)) ++broken;
         }
     }
-    std::cout << made << ' ' << joined << ' ' << broken << std::endl;
+    return std::to_string(made) + ' ' + std::to_string(joined) + ' ' + std::to_string(broken);
 }
 
-void obey(CJw32SharedMemory& memory, std::istream& line) {
-    std::string command, name, word;
-    DWORD offset = 0, size = 0;
+std::string obey(CJw32SharedMemory& memory, std::istream& line) {
+    std::string command, word;
+    DWORD number = 0;
     int rounds = 0;
-    line >> command;
+    line >> command >> word >> number >> rounds;
+    const char* const name = word.c_str();
+    const auto offset = std::strtoul(name, nullptr, 10);
     unsigned char* const bytes = memory;
-    if (command == "create" && line >> name >> size) {
-        answer(memory.Create(name.c_str(), size) != nullptr);
-    } else if (command == "open" && line >> name) {
-        answer(memory.Open(name.c_str()) != nullptr);
-    } else if (command == "exist" && line >> name) {
-        answer(memory.Exist(name.c_str()) != 0);
-    } else if (command == "write" && line >> offset >> word) {
-        std::copy(word.begin(), word.end(), bytes + offset);
-        answer(true);
-    } else if (command == "read" && line >> offset >> size) {
-        std::cout << std::string(bytes + offset, bytes + offset + size) << std::endl;
-    } else if (command == "race" && line >> name >> size >> rounds) {
-        race(name, size, rounds);
-    } else {
-        memory.Close();
-        answer(command == "close");
-    }
+    if (command == "create") return done(memory.Create(name, number) != nullptr);
+    if (command == "open") return done(memory.Open(name) != nullptr);
+    if (command == "exist") return done(memory.Exist(name) != 0);
+    if (command == "race") return race(name, number, rounds);
+    if (command == "read") return {bytes + offset, bytes + offset + number};
+    if (command == "write") std::memcpy(bytes + number, name, word.size());
+    if (command == "close") memory.Close();
+    return "done";
 }
 
 }  // namespace
@@ -85,7 +70,7 @@ int main() {
     CJw32SharedMemory memory;
     for (std::string line; std::getline(std::cin, line);) {
         std::istringstream words(line);
-        obey(memory, words);
+        std::cout << obey(memory, words) << std::endl;
     }
     return 0;
 }

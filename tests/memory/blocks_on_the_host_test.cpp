@@ -4,62 +4,54 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
-#include <atomic>
 #include <chrono>
 #include <csignal>
-#include <string>
 #include <thread>
 
 namespace {
 
-const std::string name = "jw32-host-" + std::to_string(getpid());
+const std::string text = "jw32-host-" + std::to_string(getpid());
+const char* const name = text.c_str();
 
 TEST(BlocksOnTheHost, StayWithTheParentWhenAForkedChildClosesItsCopy) {
     CJw32SharedMemory memory;
-    ASSERT_NE(memory.Create(name.c_str(), 10), nullptr);
+    ASSERT_NE(memory.Create(name, 10), nullptr);
     const pid_t child = fork();
     if (child == 0) {
         memory.Close();
         _exit(0);
     }
     waitpid(child, nullptr, 0);
-    EXPECT_EQ(memory.Exist(name.c_str()), 1);
-    memory.Close();
-    EXPECT_EQ(memory.Exist(name.c_str()), 0);
+    EXPECT_EQ(memory.Exist(name), 1);
 }
 
 TEST(BlocksOnTheHost, AreNotHeldUpByAChildForkedInTheMidstOfACreation) {
-    std::atomic<bool> stops{false};
-    std::thread busy([&stops] {
-        while (!stops) CJw32SharedMemory().Create(name.c_str(), 10);
+    std::jthread busy([](const std::stop_token& stop) {
+        while (!stop.stop_requested()) CJw32SharedMemory().Create(name, 10);
     });
-    std::array<pid_t, 100> children{};
+    pid_t children[100];
     for (pid_t& child : children) {
         child = fork();
-        if (child == 0) {
-            sleep(5);
-            _exit(0);
-        }
+        if (child == 0) _exit(static_cast<int>(sleep(5)));
         usleep(500);  // the thread goes on
     }
     const auto start = std::chrono::steady_clock::now();
-    stops = true;
+    busy.request_stop();
     busy.join();
-    EXPECT_NE(CJw32SharedMemory().Create(name.c_str(), 10), nullptr);
+    EXPECT_NE(CJw32SharedMemory().Create(name, 10), nullptr);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
     for (const pid_t child : children) kill(child, SIGKILL);
     for (const pid_t child : children) waitpid(child, nullptr, 0);
 }
 
 TEST(BlocksOnTheHost, LeaveTheNameToAnotherBlockWhenTheirFileWasRemoved) {
-    const auto file = "/dev/shm/jw32-" + std::to_string(geteuid()) + "/l-" + name;
+    const auto file = "/dev/shm/jw32-" + std::to_string(geteuid()) + "/l-" + text;
     CJw32SharedMemory former, next;
-    ASSERT_NE(former.Create(name.c_str(), 10), nullptr);
+    ASSERT_NE(former.Create(name, 10), nullptr);
     ASSERT_EQ(unlink(file.c_str()), 0);
-    ASSERT_NE(next.Create(name.c_str(), 10), nullptr);
+    ASSERT_NE(next.Create(name, 10), nullptr);
     former.Close();
-    EXPECT_EQ(next.Exist(name.c_str()), 1);
+    EXPECT_EQ(next.Exist(name), 1);
 }
 
 }  // namespace

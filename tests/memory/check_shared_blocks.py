@@ -58,15 +58,15 @@ class SharedBlocks(unittest.TestCase):
         self.assertEqual(self.one.ask("create", self.name, 100000), "done")
         self.assertEqual(self.other.ask("create", self.name, 100000), "no", "the name is taken")
         self.assertEqual(self.other.ask("open", self.name), "done")
-        self.one.ask("write", 99990, "hello")
+        self.one.ask("write", "hello", 99990)
         self.assertEqual(self.other.ask("read", 99990, 5), "hello")
-        self.other.ask("write", 0, "answer")
+        self.other.ask("write", "answer", 0)
         self.assertEqual(self.one.ask("read", 0, 6), "answer")
 
     def test_a_block_outlives_its_maker_and_ends_with_its_last_holder(self):
         self.one.ask("create", self.name, 100)
         self.other.ask("open", self.name)
-        self.one.ask("write", 0, "kept")
+        self.one.ask("write", "kept", 0)
         self.one.ask("close")
         self.assertEqual(self.one.ask("exist", self.name), "done")
         self.assertEqual(self.other.ask("read", 0, 4), "kept")
@@ -92,7 +92,7 @@ class SharedBlocks(unittest.TestCase):
 
     def test_a_killed_maker_leaves_the_block_to_those_who_opened_it(self):
         self.one.ask("create", self.name, 100)
-        self.one.ask("write", 0, "kept")
+        self.one.ask("write", "kept", 0)
         self.other.ask("open", self.name)
         self.one.kill()
         self.assertEqual(self.other.ask("read", 0, 4), "kept")

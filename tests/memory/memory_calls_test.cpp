@@ -1,309 +1,219 @@
 // Which platform calls the objects of memory make, and what they settle for when calls fail.
-#include <gtest/gtest.h>
 #include <jw32/memory.h>
-#include <jw32/mm_file.h>
 #include <jw32/shared_memory.h>
 
-#include "machine/machine.h"
-#include "machine/testing.h"
+#include <filesystem>
+
+#include "memory/mapped_file.h"
 #include "support/failure_sweep.h"
-#include "support/scratch_drives.h"
 
 namespace {
 
-using Texts = std::vector<std::string>;
-
-Texts textsOf(const machine::Script& script) {
-    Texts result;
-    for (const auto& call : script.calls()) result.push_back(call.text());
+std::string made(const machine::Script& script) {
+    std::string result;
+    for (const auto& text : script.texts()) result += text + "; ";
     return result;
 }
 
 TEST(MemoryCalls, GoByTheThreshold) {
-    const Texts heap{"GlobalAlloc(64, 100)", "GlobalLock(pointer)", "GlobalUnlock(pointer)",
-                     "GlobalFree(pointer)"};
-    const Texts pages{"VirtualAlloc(null, 100, 4096, 4)", "VirtualFree(pointer, 0, 32768)"};
-    const struct {
-        unsigned int threshold;
-        Texts calls;
-    } rows[] = {{0, heap}, {100, heap}, {99, pages}};
-    for (const auto& row : rows) {
+    const std::string inHeap = "GlobalLock(pointer); GlobalUnlock(pointer); GlobalFree(pointer); ";
+    const std::string inPages = "VirtualFree(pointer, 0, 32768); ";
+    for (const auto& [size, threshold, calls] :
+         {std::tuple(100u, 100u, "GlobalAlloc(64, 100); " + inHeap),
+          {100u, 99u, "VirtualAlloc(null, 100, 4096, 4); " + inPages},
+          {0x80000u, 0u, "GlobalAlloc(64, 524288); " + inHeap},
+          {0x80001u, 0u, "VirtualAlloc(null, 524289, 4096, 4); " + inPages}}) {
         const machine::Script script;
-        CJw32Memory memory;
-        memory.Open(100, row.threshold);
-        memory.Close();
-        EXPECT_EQ(textsOf(script), row.calls) << row.threshold;
+        CJw32Memory().Open(size, threshold);
+        EXPECT_EQ(made(script), calls) << "by the threshold " << threshold;
     }
-    const machine::Script script;
-    CJw32Memory().Open(0x80000);
-    CJw32Memory().Open(0x80001);
-    EXPECT_EQ(script.count("GlobalAlloc"), 1u);
-    EXPECT_EQ(script.count("VirtualAlloc"), 1u);
 }
 
 TEST(MemoryCalls, TellTheErrorBehindTheReleaseOfABlockThatCannotBeLocked) {
+    machine::Script script;
+    script.fail("GlobalLock", ERROR_NOT_ENOUGH_MEMORY);
+    script.fail("GlobalFree", ERROR_INVALID_HANDLE);
     CJw32Memory memory;
-    {
-        machine::Script script;
-        script.fail("GlobalLock", ERROR_NOT_ENOUGH_MEMORY);
-        script.fail("GlobalFree", ERROR_INVALID_HANDLE);
-        DWORD code = 0;
-        EXPECT_EQ(memory.Open(10, 0, &code), nullptr);
-        EXPECT_EQ(code, DWORD{ERROR_INVALID_HANDLE});
-    }
-    EXPECT_EQ(memory.Address(), nullptr);
+    DWORD code = 0;
+    EXPECT_EQ(memory.Open(10, 0, &code), nullptr);
+    EXPECT_EQ(code, DWORD{ERROR_INVALID_HANDLE});
     EXPECT_NE(memory.Open(10), nullptr) << "the object is closed";
     memory.Close();
     machine::reclaimAll();
 }
 
-class MmFileCalls : public ScratchDrives {
+class MmFileCalls : public MappedFile {
   protected:
-    MmFileCalls() { write(file(), std::string(1000, 'x')); }
-    std::string file() const { return c("data"); }
-    // Makes the file so many bytes long, nearly all of them a hole.
-    void grow(std::uint64_t size) const {
-        void* const handle =
-            Jw32FileOpen(file().c_str(), GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING, 0, 0);
-        auto high = static_cast<LONG>(size >> 32);
-        SetFilePointer(handle, static_cast<LONG>(size), &high, FILE_BEGIN);
-        EXPECT_TRUE(SetEndOfFile(handle));
-        CloseHandle(handle);
-    }
-    // The lengths of the views that were asked for.
-    static Texts lengths(const machine::Script& script) {
-        Texts result;
+    MmFileCalls() { write(name, std::string(1000, 'x')); }
+    // Makes the file longer by a hole. The root of C: is the current directory.
+    void grow(std::uint64_t size) { std::filesystem::resize_file(c().substr(3) + "/data", size); }
+    // The access and the length of the views that were asked for.
+    static std::string views(const machine::Script& script) {
+        std::string result;
         for (const auto& call : script.calls()) {
-            if (call.name == "MapViewOfFile") result.push_back(call.arguments.back());
+            if (call.name != "MapViewOfFile") continue;
+            result += call.arguments[1] + ":" + call.arguments.back() + " ";
         }
         return result;
     }
+    const std::string name = c("data");
 };
 
 TEST_F(MmFileCalls, GoByTheModeAndEndInOrder) {
-    const struct {
-        CJw32MmFile::eOpenmode mode;
-        const char *open, *protection, *view, *length;
-    } rows[] = {{CJw32MmFile::eRead, "2147483648, 1, null, 3, 128, null", "2", "4", "0"},
-                {CJw32MmFile::eReadWrite, "3221225472, 0, null, 3, 128, null", "4", "2", "1000"}};
-    for (const auto& row : rows) {
-        machine::Script script;
-        CJw32MmFile mapped;
-        mapped.Open(row.mode, file().c_str());
-        DWORD offset = 0, length = 5;
-        mapped.ReMap(offset, length);
-        mapped.Close();
-        const auto view = "MapViewOfFile(pointer, " + std::string(row.view) + ", 0, 0, ";
-        const Texts expected{
-            "CreateFileA(\"" + file() + "\", " + row.open + ")",
-            "GetFileSize(pointer, pointer)",
-            "CreateFileMappingA(pointer, null, " + std::string(row.protection) + ", 0, 0, null)",
-            view + row.length + ")",
-            "_strdup(\"" + file() + "\")",
-            "UnmapViewOfFile(pointer)",
-            "GetSystemInfo(pointer)",
-            view + "5)",
-            "UnmapViewOfFile(pointer)",
-            "CloseHandle(pointer)",
-            "CloseHandle(pointer)"};
-        EXPECT_EQ(textsOf(script), expected);
+    for (const auto& [mode, access, protection, map, length] :
+         {std::tuple(reading, "2147483648, 1", "2", "MapViewOfFile(pointer, 4, 0, 0, ", "0"),
+          {writing, "3221225472, 0", "4", "MapViewOfFile(pointer, 2, 0, 0, ", "1000"}}) {
+        const machine::Script script;
+        open(mode, name);
+        move({0, 5});
+        file.Close();
+        EXPECT_EQ(made(script),
+                  "CreateFileA(\"" + name + "\", " + access + ", null, 3, 128, null); " +
+                      "GetFileSize(pointer, pointer); CreateFileMappingA(pointer, null, " +
+                      protection + ", 0, 0, null); " + map + length + "); _strdup(\"" + name +
+                      "\"); UnmapViewOfFile(pointer); GetSystemInfo(pointer); " + map +
+                      "5); UnmapViewOfFile(pointer); CloseHandle(pointer); CloseHandle(pointer); ");
     }
 }
 
 TEST_F(MmFileCalls, EndTheMappingBeforeTheFile) {
-    CJw32MmFile mapped, another;
-    ASSERT_NE(mapped.Open(CJw32MmFile::eReadWrite, file().c_str()), nullptr);
-    machine::Script script;
-    script.fail("CloseHandle", ERROR_INVALID_HANDLE, 1);
-    mapped.Close();
-    EXPECT_NE(another.Open(CJw32MmFile::eReadWrite, file().c_str()), nullptr)
-        << "the first handle was the file's";
-    another.Close();
+    open(writing, name);
+    {
+        machine::Script script;
+        script.fail("CloseHandle", ERROR_INVALID_HANDLE);
+        file.Close();
+    }
+    EXPECT_EQ(open(writing, name), Report(true)) << "the first handle was the file's";
+    file.Close();
     machine::reclaimAll();
 }
 
 TEST_F(MmFileCalls, SettleForTheLargestHalfThatCanBeMapped) {
-    for (const auto mode : {CJw32MmFile::eRead, CJw32MmFile::eReadWrite}) {
+    for (const auto& [mode, asked] :
+         {std::pair(reading, "4:0 4:500 4:250 "), {writing, "2:1000 2:500 2:250 "}}) {
         machine::Script script;
-        script.fail("MapViewOfFile", ERROR_NOT_ENOUGH_MEMORY, 1);
-        script.fail("MapViewOfFile", ERROR_NOT_ENOUGH_MEMORY, 2);
-        CJw32MmFile mapped;
-        DWORD size = 0, code = 0;
-        ASSERT_NE(mapped.Open(mode, file().c_str(), size, &code), nullptr);
-        EXPECT_EQ(code, 0u);
-        EXPECT_EQ(size, 250u);
-        const char* const whole = mode == CJw32MmFile::eRead ? "0" : "1000";
-        EXPECT_EQ(lengths(script), (Texts{whole, "500", "250"}));
+        for (const unsigned n : {1, 2}) script.fail("MapViewOfFile", ERROR_NOT_ENOUGH_MEMORY, n);
+        EXPECT_EQ(openPart(mode, name), Report(true));
+        EXPECT_EQ(mapped, 250u);
+        EXPECT_EQ(views(script), asked);
+        file.Close();
     }
 }
 
 TEST_F(MmFileCalls, EndWithNothingWhenNoViewCanBeHad) {
     machine::Script script;
     script.fail("MapViewOfFile", ERROR_NOT_ENOUGH_MEMORY, 0);
-    CJw32MmFile mapped;
-    DWORD size = 9;
-    Triple triple;
-    EXPECT_EQ(mapped.Open(CJw32MmFile::eRead, file().c_str(), size, &triple.code, triple.text,
-                          triple.size),
-              nullptr);
-    EXPECT_TRUE(triple.tells(ERROR_NOT_ENOUGH_MEMORY)) << triple;
-    EXPECT_EQ(size, 0u);
-    EXPECT_EQ(lengths(script),
-              (Texts{"0", "500", "250", "125", "62", "31", "15", "7", "3", "1", "0"}));
-    EXPECT_EQ(mapped.Size(), 1000u) << "the size was known";
-    EXPECT_EQ(mapped.Open(CJw32MmFile::eRead, file().c_str()), nullptr);
-    EXPECT_EQ(lengths(script).size(), 12u) << "without the size, the whole file or nothing";
+    EXPECT_EQ(open(reading, name), Report(false, ERROR_NOT_ENOUGH_MEMORY));
+    EXPECT_EQ(views(script), "4:0 ") << "the whole file or nothing";
+    EXPECT_EQ(openPart(reading, name), Report(false, ERROR_NOT_ENOUGH_MEMORY));
+    EXPECT_EQ(mapped, 0u);
+    EXPECT_EQ(file.Size(), 1000u) << "the size was known";
 }
 
 TEST_F(MmFileCalls, LeaveAnOpenObjectWithoutAViewWhenAMoveFindsNone) {
-    CJw32MmFile mapped;
-    ASSERT_NE(mapped.Open(CJw32MmFile::eRead, file().c_str()), nullptr);
-    CJw32MmFile copy(mapped);
-    DWORD offset = 3, length = 9;
+    open(reading, name);
+    CJw32MmFile copy(file);
     {
         machine::Script script;
         script.fail("MapViewOfFile", ERROR_NOT_ENOUGH_MEMORY, 0);
-        Triple triple;
-        EXPECT_EQ(mapped.ReMap(offset, length, &triple.code, triple.text, triple.size), nullptr);
-        EXPECT_TRUE(triple.tells(ERROR_NOT_ENOUGH_MEMORY)) << triple;
-        EXPECT_EQ(lengths(script), (Texts{"9", "4", "2", "1", "0"}));
+        EXPECT_EQ(move({3, 9}), Report(false, ERROR_NOT_ENOUGH_MEMORY));
+        EXPECT_EQ(views(script), "4:9 4:4 4:2 4:1 4:0 ");
+        EXPECT_EQ(place, Place(0, 0));
     }
-    EXPECT_EQ(offset, 0u);
-    EXPECT_EQ(length, 0u);
-    EXPECT_EQ(machine::inUse().views, 0u);
-    EXPECT_EQ(mapped.ReMap(offset, length), nullptr) << "no way back";
-    EXPECT_EQ(copy.ReMap(offset, length), nullptr) << "nor for a copy";
-    EXPECT_EQ(mapped.Open(CJw32MmFile::eRead, file().c_str()), nullptr) << "still open";
-    mapped.Close();
-    EXPECT_NE(mapped.Open(CJw32MmFile::eRead, file().c_str()), nullptr);
+    EXPECT_EQ(move({0, 9}), Report(false)) << "no way back";
+    EXPECT_EQ(copy.ReMap(place.first, place.second), nullptr) << "nor for a copy";
+    EXPECT_EQ(open(reading, name), Report(false)) << "still open";
+    file.Close();
+    EXPECT_EQ(open(reading, name), Report(true));
 }
 
 TEST_F(MmFileCalls, ReachTheFirst4GiBOfALargerFile) {
-    constexpr std::uint64_t size = (std::uint64_t{1} << 32) + 100;
-    grow(size);
-    CJw32MmFile mapped;
-    DWORD covered = 0, sizeHigh = 0;
-    ASSERT_NE(mapped.Open(CJw32MmFile::eReadWrite, file().c_str(), covered), nullptr);
-    EXPECT_EQ(covered, 0xFFFFFFFFu) << "no more than the view covers";
-    EXPECT_EQ(mapped.Size(&sizeHigh), 100u);
-    EXPECT_EQ(sizeHigh, 1u);
-    const DWORD last = 0xFFFF0000;
-    DWORD offset = last + 9, length = 0xFFFFFFFF;
-    ASSERT_NE(mapped.ReMap(offset, length), nullptr);
-    EXPECT_EQ(offset, last);
-    EXPECT_EQ(length, static_cast<DWORD>(size - last)) << "up to the end";
-    mapped.Close();
-
+    grow((std::uint64_t{1} << 32) + 100);
     machine::Script script;
-    script.fail("MapViewOfFile", ERROR_NOT_ENOUGH_MEMORY, 1);
-    ASSERT_NE(mapped.Open(CJw32MmFile::eReadWrite, file().c_str(), covered), nullptr);
-    EXPECT_EQ(covered, 0x7FFFFFFFu);
-    EXPECT_EQ(lengths(script), (Texts{"0", "2147483647"}));
+    script.fail("MapViewOfFile", ERROR_NOT_ENOUGH_MEMORY, 2);
+    for (const DWORD covered : {0xFFFFFFFFu, 0x7FFFFFFFu}) {
+        file.Close();
+        ASSERT_EQ(openPart(writing, name), Report(true));
+        EXPECT_EQ(mapped, covered) << "no more than the view covers";
+    }
+    EXPECT_EQ(views(script), "2:0 2:0 2:2147483647 ");
+    DWORD high = 0;
+    EXPECT_EQ(file.Size(&high), 100u);
+    EXPECT_EQ(high, 1u);
+    EXPECT_EQ(move({0xFFFF0009, 0xFFFFFFFF}), Report(true));
+    EXPECT_EQ(place, Place(0xFFFF0000, 0x10064)) << "up to the end";
 }
 
 TEST_F(MmFileCalls, TakeNoSizeForAnEmptyFileOrAFailure) {
-    CJw32MmFile mapped;
-    grow(0xFFFFFFFF);
-    ASSERT_NE(mapped.Open(CJw32MmFile::eRead, file().c_str()), nullptr);
-    mapped.Close();
-    grow(std::uint64_t{1} << 32);
-    ASSERT_NE(mapped.Open(CJw32MmFile::eReadWrite, file().c_str()), nullptr);
-    DWORD offset = 0xFFFFFFFF, length = 0xFFFFFFFF;
-    ASSERT_NE(mapped.ReMap(offset, length), nullptr) << "the last byte";
-    EXPECT_EQ(length, 0x10000u);
+    for (const auto size : {std::uint64_t{0xFFFFFFFF}, std::uint64_t{1} << 32}) {
+        file.Close();
+        grow(size);
+        EXPECT_EQ(open(reading, name), Report(true)) << size;
+    }
+    EXPECT_EQ(move({0xFFFFFFFF, 1}), Report(true)) << "the last byte";
 }
 
-TEST(SharedMemoryCalls, AskForWriteAccessAndEndInOrder) {
+class SharedMemoryCalls : public testing::Test {
+  protected:
+    CJw32SharedMemory maker, other;
+    unsigned char* const bytes = static_cast<unsigned char*>(maker.Create("jw32-made", 3));
     machine::Script script;
-    CJw32SharedMemory maker;
-    ASSERT_NE(maker.Create("jw32-calls", 300), nullptr);
-    CJw32SharedMemory().Open("jw32-calls");
-    const char* const view = "MapViewOfFile(pointer, 2, 0, 0, 0)";
-    const Texts expected{"OpenFileMappingA(2, 0, \"jw32-calls\")",
-                         "CreateFileMappingA(pointer, null, 4, 0, 300, \"jw32-calls\")",
-                         "GetLastError()",
-                         view,
-                         "OpenFileMappingA(2, 0, \"jw32-calls\")",
-                         view,
-                         "UnmapViewOfFile(pointer)",
-                         "CloseHandle(pointer)"};
-    EXPECT_EQ(textsOf(script), expected);
+};
+
+TEST_F(SharedMemoryCalls, AskForWriteAccessAndEndInOrder) {
+    CJw32SharedMemory().Create("jw32-new", 300);
+    CJw32SharedMemory().Open("jw32-made");
+    const std::string use =
+        "MapViewOfFile(pointer, 2, 0, 0, 0); UnmapViewOfFile(pointer); CloseHandle(pointer); ";
+    EXPECT_EQ(made(script),
+              R"(OpenFileMappingA(2, 0, "jw32-new"); CreateFileMappingA(pointer, null, 4, 0, 300, )"
+              R"("jw32-new"); GetLastError(); )" +
+                  use + R"(OpenFileMappingA(2, 0, "jw32-made"); )" + use);
 }
 
-TEST(SharedMemoryCalls, FillTheBlockWithZeros) {
-    CJw32SharedMemory used, memory;
-    auto* const bytes = static_cast<unsigned char*>(used.Create("jw32-used", 3));
-    ASSERT_NE(bytes, nullptr);
+TEST_F(SharedMemoryCalls, FillTheBlockWithZeros) {
     std::fill(bytes, bytes + 3, static_cast<unsigned char>(7));
-    const HANDLE mapping = OpenFileMappingA(FILE_MAP_WRITE, FALSE, "jw32-used");
-    machine::Script script;
+    const HANDLE mapping = OpenFileMappingA(FILE_MAP_WRITE, FALSE, "jw32-made");
     script.answer("CreateFileMappingA", reinterpret_cast<std::uintptr_t>(mapping));
-    EXPECT_NE(memory.Create("jw32-zeros", 2), nullptr);
+    EXPECT_NE(other.Create("jw32-new", 2), nullptr);
     EXPECT_EQ(std::string(bytes, bytes + 3), std::string("\0\0\7", 3)) << "the size asked for";
 }
 
-TEST(SharedMemoryCalls, TakeABlockThatCameBetweenForOneThatStood) {
-    CJw32SharedMemory faster, slower;
-    auto* const bytes = static_cast<unsigned char*>(faster.Create("jw32-race", 10));
-    ASSERT_NE(bytes, nullptr);
+TEST_F(SharedMemoryCalls, TakeABlockThatCameBetweenForOneThatStood) {
     bytes[0] = 7;
-    machine::Script script;
     script.answer("OpenFileMappingA", 0, 1);
-    Triple triple;
-    EXPECT_EQ(slower.Create("jw32-race", 1 << 20, &triple.code, triple.text, triple.size), nullptr);
-    EXPECT_TRUE(triple.isClear()) << triple;
-    EXPECT_EQ(slower.Size(), 0u);
+    const auto create = [this](auto... t) { return other.Create("jw32-made", 1 << 20, t...); };
+    EXPECT_EQ(reported(create), Report(nullptr));
+    EXPECT_EQ(other.Size(), 0u);
     EXPECT_EQ(bytes[0], 7);
 }
 
 TEST_F(MmFileCalls, FailOneByOneAndLeaveNothing) {
-    const auto moving = [this] {
-        auto mapped = std::make_shared<CJw32MmFile>();
-        mapped->Open(CJw32MmFile::eRead, file().c_str());
-        return [mapped](Triple& t) {
-            DWORD offset = 0, length = 100;
-            return Outcome{mapped->ReMap(offset, length, &t.code, t.text, t.size) == nullptr};
-        };
+    CJw32SharedMemory maker;
+    maker.Create("jw32-made", 9);
+    const char *const path = name.c_str(), *const block = "jw32-new";
+    const auto heap = [](auto& o, auto& t) { return o.Open(9, 0, &t.code, t.text, t.size); };
+    const auto pages = [](auto& o, auto& t) { return o.Open(9, 1, &t.code, t.text, t.size); };
+    const auto make = [&](auto& o, auto& t) { return o.Create(block, 9, &t.code, t.text, t.size); };
+    const auto join = [](auto& o, auto& t) { return o.Open("jw32-made", &t.code, t.text, t.size); };
+    const auto part = [&](auto& o, auto& t) {
+        return o.Open(writing, path, mapped, &t.code, t.text, t.size);
     };
-    const auto joining = [] {
-        auto maker = std::make_shared<CJw32SharedMemory>();
-        maker->Create("jw32-sweep", 10);
-        return [maker](Triple& t) {
-            auto memory = std::make_shared<CJw32SharedMemory>();
-            const bool failed = memory->Open("jw32-sweep", &t.code, t.text, t.size) == nullptr;
-            return Outcome{failed, memory};
-        };
+    const auto remap = [&](auto& o, auto& t) {
+        place = {0, 100};
+        const bool opened = o.Open(reading, path, &t.code, t.text, t.size) != nullptr;
+        return opened ? o.ReMap(place.first, place.second, &t.code, t.text, t.size) : nullptr;
     };
-    const Swept swept[] = {
-        openingOf<CJw32Memory>(
-            "CJw32Memory::Open on the heap",
-            [](auto& memory, Triple& t) { return memory.Open(9, 0, &t.code, t.text, t.size); }),
-        openingOf<CJw32Memory>(
-            "CJw32Memory::Open of pages",
-            [](auto& memory, Triple& t) { return memory.Open(9, 1, &t.code, t.text, t.size); }),
-        openingOf<CJw32MmFile>("CJw32MmFile::Open",
-                               [this](auto& mapped, Triple& t) {
-                                   return mapped.Open(CJw32MmFile::eRead, file().c_str(), &t.code,
-                                                      t.text, t.size);
-                               },
-                               {"_strdup"}),
-        openingOf<CJw32MmFile>("CJw32MmFile::Open with the size",
-                               [this](auto& mapped, Triple& t) {
-                                   DWORD size = 0;
-                                   return mapped.Open(CJw32MmFile::eReadWrite, file().c_str(), size,
-                                                      &t.code, t.text, t.size);
-                               },
-                               {"_strdup", "MapViewOfFile"}),
-        {"CJw32MmFile::ReMap", moving, {"UnmapViewOfFile", "MapViewOfFile"}},
-        openingOf<CJw32SharedMemory>("CJw32SharedMemory::Create",
-                                     [](auto& memory, Triple& t) {
-                                         return memory.Create("jw32-sweep", 10, &t.code, t.text,
-                                                              t.size);
-                                     },
-                                     {"OpenFileMappingA"}),
-        {"CJw32SharedMemory::Open", joining},
-    };
-    for (const auto& operation : swept) sweepFailures(operation);
+    for (const auto& operation :
+         {openingOf<CJw32Memory>("CJw32Memory::Open on the heap", heap),
+          openingOf<CJw32Memory>("CJw32Memory::Open of pages", pages),
+          openingOf<CJw32SharedMemory>("CJw32SharedMemory::Create", make, {"OpenFileMappingA"}),
+          openingOf<CJw32SharedMemory>("CJw32SharedMemory::Open", join),
+          openingOf<CJw32MmFile>("CJw32MmFile::Open in part", part, {"_strdup", "MapViewOfFile"}),
+          openingOf<CJw32MmFile>("CJw32MmFile::Open and ReMap", remap,
+                                 {"_strdup", "UnmapViewOfFile", "MapViewOfFile#2"})}) {
+        sweepFailures(operation);
+    }
 }
 
 }  // namespace

@@ -1,26 +1,27 @@
-// Memory blocks on both sides of the threshold.
-#include <gtest/gtest.h>
+// Memory blocks on both sides of the threshold, and what copies of every kind of memory release.
 #include <jw32/memory.h>
+#include <jw32/shared_memory.h>
 
 #include <algorithm>
 
-#include "support/triple.h"
+#include "memory/mapped_file.h"
 
 namespace {
 
-constexpr unsigned int defaultThreshold = 0x80000;
-
-TEST(Memory, IsZeroOnBothSidesOfTheThreshold) {
+TEST(Memory, IsZeroOnBothSidesOfTheThresholdAndStaysUntilItIsClosed) {
     CJw32Memory memory;
-    for (const unsigned int size : {1u, 100u, defaultThreshold, defaultThreshold + 1}) {
-        Triple triple;
-        unsigned char* const block = memory.Open(size, 0, &triple.code, triple.text, triple.size);
-        ASSERT_NE(block, nullptr) << size << triple;
-        EXPECT_TRUE(triple.isClear()) << triple;
-        EXPECT_EQ(memory.Address(), block);
-        EXPECT_EQ(memory.Size(), size);
+    const auto open = [&memory](unsigned int bytes, unsigned int threshold) {
+        return reported([&](auto... t) { return memory.Open(bytes, threshold, t...) != nullptr; });
+    };
+    for (const unsigned int size : {100u, 0x80001u}) {
+        EXPECT_EQ(open(0, 50), Report(false)) << "no size";
+        ASSERT_EQ(open(size, 0), Report(true)) << size;
+        unsigned char* const block = memory.Address();
         EXPECT_EQ(std::count(block, block + size, 0), size);
         std::fill(block, block + size, static_cast<unsigned char>(0xA5));
+        EXPECT_EQ(open(20, 1), Report(false)) << "a second block";
+        EXPECT_EQ(memory.Address(), block);
+        EXPECT_EQ(memory.Size(), size);
         memory.Close();
         memory.Close();
         EXPECT_EQ(memory.Address(), nullptr) << size;
@@ -28,37 +29,28 @@ TEST(Memory, IsZeroOnBothSidesOfTheThreshold) {
     }
 }
 
-TEST(Memory, RefusesNoSizeAndASecondBlockWithoutAReport) {
-    CJw32Memory memory;
-    Triple triple;
-    EXPECT_EQ(memory.Open(0, 50, &triple.code, triple.text, triple.size), nullptr);
-    EXPECT_TRUE(triple.isClear()) << triple;
-    unsigned char* const block = memory.Open(10);
-    block[9] = 7;
-    triple = {};
-    EXPECT_EQ(memory.Open(20, 1, &triple.code, triple.text, triple.size), nullptr);
-    EXPECT_TRUE(triple.isClear()) << triple;
-    EXPECT_EQ(memory.Address(), block);
-    EXPECT_EQ(memory.Size(), 10u);
-    EXPECT_EQ(block[9], 7);
+// All that `open` opens is released by the first of the copies to close, and by that alone.
+template <class Object, class Open>
+void closeCopiesOf(const char* kind, Open open) {
+    Object first, third;
+    ASSERT_NE(open(first), nullptr) << kind;
+    Object second(first);
+    third = first;
+    second.Close();
+    const auto* const bytes = static_cast<unsigned char*>(open(second));
+    ASSERT_NE(bytes, nullptr) << kind << " is held by the copies";
+    first.Close();
+    third.Close();
+    EXPECT_EQ(bytes[9], 0) << kind << " was another's";
 }
 
-TEST(Memory, IsReleasedOnceByWhoeverOfItsCopiesClosesFirst) {
-    for (const unsigned int threshold : {0u, 1u}) {
-        CJw32Memory first;
-        unsigned char* const block = first.Open(100, threshold);
-        CJw32Memory second(first), third;
-        third = second;
-        EXPECT_EQ(third.Address(), block);
-        EXPECT_EQ(third.Size(), 100u);
-        second.Close();
-        unsigned char* const another = second.Open(100, threshold);
-        ASSERT_NE(another, nullptr);
-        another[99] = 5;
-        first.Close();
-        third.Close();
-        EXPECT_EQ(another[99], 5) << "the others have released what is not theirs";
-    }
+TEST_F(MappedFile, AndOtherMemoryIsReleasedOnceByItsCopies) {
+    const auto name = c("zeros"), block = "jw32-test-" + std::to_string(GetCurrentProcessId());
+    write(name, std::string(10, '\0'));
+    closeCopiesOf<CJw32Memory>("heap", [](auto& o) { return o.Open(10); });
+    closeCopiesOf<CJw32Memory>("pages", [](auto& o) { return o.Open(10, 1); });
+    closeCopiesOf<CJw32MmFile>("file", [&](auto& o) { return o.Open(writing, name.c_str()); });
+    closeCopiesOf<CJw32SharedMemory>("block", [&](auto& o) { return o.Create(block.c_str(), 10); });
 }
 
 }  // namespace

@@ -1,0 +1,35 @@
+// A fixture for a mapped file: short ways to open it and to move its view.
+#pragma once
+
+#include <jw32/mm_file.h>
+
+#include "support/scratch_drives.h"
+#include "support/triple.h"
+
+class MappedFile : public ScratchDrives {
+  protected:
+    using Place = std::pair<DWORD, DWORD>;  // offset and length
+    using Mode = CJw32MmFile::eOpenmode;
+    static constexpr Mode reading = CJw32MmFile::eRead, writing = CJw32MmFile::eReadWrite;
+
+    // Each gives whether there is a view, which `view` then shows, and what was told.
+    auto open(Mode mode, const std::string& name) {
+        return reported([&](auto... t) { return shows(file.Open(mode, name.c_str(), t...)); });
+    }
+    auto openPart(Mode mode, const std::string& name) {
+        const char* const text = name.c_str();
+        return reported([&](auto... t) { return shows(file.Open(mode, text, mapped, t...)); });
+    }
+    auto move(Place to) {
+        auto& [offset, length] = place = to;
+        return reported([&](auto... t) { return shows(file.ReMap(offset, length, t...)); });
+    }
+
+    CJw32MmFile file;
+    char* view = nullptr;
+    DWORD mapped = 99;
+    Place place;
+
+  private:
+    bool shows(void* given) { return (view = static_cast<char*>(given)) != nullptr; }
+};
