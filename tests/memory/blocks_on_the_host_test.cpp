@@ -10,24 +10,27 @@
 
 namespace {
 
-const std::string text = "jw32-host-" + std::to_string(getpid());
-const char* const name = text.c_str();
+const std::string name = "jw32-host-" + std::to_string(getpid());
 
-TEST(BlocksOnTheHost, StayWithTheParentWhenAForkedChildClosesItsCopy) {
-    CJw32SharedMemory memory;
-    ASSERT_NE(memory.Create(name, 10), nullptr);
+TEST(BlocksOnTheHost, EndForNobodyElseWhenACopyOrABlockWithoutAFileIsClosed) {
+    CJw32SharedMemory former, next;
+    ASSERT_NE(former.Create(name.c_str(), 10), nullptr);
     const pid_t child = fork();
     if (child == 0) {
-        memory.Close();
+        former.Close();
         _exit(0);
     }
     waitpid(child, nullptr, 0);
-    EXPECT_EQ(memory.Exist(name), 1);
+    EXPECT_EQ(former.Exist(name.c_str()), 1) << "the child has closed its copy alone";
+    ASSERT_EQ(unlink(("/dev/shm/jw32-" + std::to_string(geteuid()) + "/l-" + name).c_str()), 0);
+    ASSERT_NE(next.Create(name.c_str(), 10), nullptr);
+    former.Close();
+    EXPECT_EQ(next.Exist(name.c_str()), 1) << "the name is another block's now";
 }
 
 TEST(BlocksOnTheHost, AreNotHeldUpByAChildForkedInTheMidstOfACreation) {
     std::jthread busy([](const std::stop_token& stop) {
-        while (!stop.stop_requested()) CJw32SharedMemory().Create(name, 10);
+        while (!stop.stop_requested()) CJw32SharedMemory().Create(name.c_str(), 10);
     });
     pid_t children[100];
     for (pid_t& child : children) {
@@ -38,20 +41,10 @@ TEST(BlocksOnTheHost, AreNotHeldUpByAChildForkedInTheMidstOfACreation) {
     const auto start = std::chrono::steady_clock::now();
     busy.request_stop();
     busy.join();
-    EXPECT_NE(CJw32SharedMemory().Create(name, 10), nullptr);
+    EXPECT_NE(CJw32SharedMemory().Create(name.c_str(), 10), nullptr);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
     for (const pid_t child : children) kill(child, SIGKILL);
     for (const pid_t child : children) waitpid(child, nullptr, 0);
-}
-
-TEST(BlocksOnTheHost, LeaveTheNameToAnotherBlockWhenTheirFileWasRemoved) {
-    const auto file = "/dev/shm/jw32-" + std::to_string(geteuid()) + "/l-" + text;
-    CJw32SharedMemory former, next;
-    ASSERT_NE(former.Create(name, 10), nullptr);
-    ASSERT_EQ(unlink(file.c_str()), 0);
-    ASSERT_NE(next.Create(name, 10), nullptr);
-    former.Close();
-    EXPECT_EQ(next.Exist(name), 1);
 }
 
 }  // namespace

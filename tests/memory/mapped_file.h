@@ -9,16 +9,15 @@
 class MappedFile : public ScratchDrives {
   protected:
     using Place = std::pair<DWORD, DWORD>;  // offset and length
-    using Mode = CJw32MmFile::eOpenmode;
-    static constexpr Mode reading = CJw32MmFile::eRead, writing = CJw32MmFile::eReadWrite;
+    static constexpr auto reading = CJw32MmFile::eRead, writing = CJw32MmFile::eReadWrite;
 
     // Each gives whether there is a view, which `view` then shows, and what was told.
-    auto open(Mode mode, const std::string& name) {
+    auto open(CJw32MmFile::eOpenmode mode, const std::string& name) {
         return reported([&](auto... t) { return shows(file.Open(mode, name.c_str(), t...)); });
     }
-    auto openPart(Mode mode, const std::string& name) {
-        const char* const text = name.c_str();
-        return reported([&](auto... t) { return shows(file.Open(mode, text, mapped, t...)); });
+    auto openPart(CJw32MmFile::eOpenmode mode, const std::string& name) {
+        return reported(
+            [&](auto... t) { return shows(file.Open(mode, name.c_str(), part, t...)); });
     }
     auto move(Place to) {
         auto& [offset, length] = place = to;
@@ -27,7 +26,7 @@ class MappedFile : public ScratchDrives {
 
     CJw32MmFile file;
     char* view = nullptr;
-    DWORD mapped = 99;
+    DWORD part = 99;  // how many bytes the view shows
     Place place;
 
   private:

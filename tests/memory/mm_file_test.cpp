@@ -15,37 +15,29 @@ class MmFile : public MappedFile {
     const std::string large = c("large"), small = c("small"), empty = c("empty");
 };
 
-TEST_F(MmFile, IsWrittenThroughTheViewAndTellsItsSizeFromThenOn) {
+TEST_F(MmFile, IsWrittenThroughTheViewAndTellsTheSizeAtTheLastOpen) {
     EXPECT_EQ(file.Size(), 0u);
     ASSERT_EQ(openPart(writing, small), Report(true));
-    EXPECT_EQ(mapped, 7u);
+    EXPECT_EQ(part, 7u);
     view[0] = 'C';
     file.Close();
     file.Close();
     EXPECT_EQ(read(small), "Content");
-    DWORD high = 1;
-    EXPECT_EQ(file.Size(&high), 7u) << "after Close";
-    EXPECT_EQ(high, 0u);
-}
-
-TEST_F(MmFile, HasNoSizeWhenItCannotBeOpened) {
-    const auto noMode = static_cast<Mode>(3);
-    for (const auto& [mode, name, code] :
-         {std::tuple(reading, c("none"), ERROR_FILE_NOT_FOUND), {noMode, small, 0}}) {
-        open(reading, small);
-        file.Close();
-        EXPECT_EQ(open(mode, name), Report(false, code));
-        EXPECT_EQ(file.Size(), 0u) << name;
-    }
+    EXPECT_EQ(file.Size(), 7u) << "after Close";
+    EXPECT_EQ(open(reading, c("none")), Report(false, ERROR_FILE_NOT_FOUND));
+    EXPECT_EQ(file.Size(), 0u) << "no file";
+    open(reading, small);
+    file.Close();
+    EXPECT_EQ(open(static_cast<CJw32MmFile::eOpenmode>(3), small), Report(false)) << "no mode";
+    EXPECT_EQ(file.Size(), 0u) << "no mode";
 }
 
 TEST_F(MmFile, RefusesAnEmptyFileInItsOwnWords) {
     EXPECT_EQ(openPart(writing, empty), Report(false, 0xFFFFFFFF));
-    EXPECT_EQ(mapped, 0u);
+    EXPECT_EQ(part, 0u);
     char text[48] = "";
     EXPECT_EQ(file.Open(reading, empty.c_str(), nullptr, text, sizeof text), nullptr);
     EXPECT_STREQ(text, "Cannot create filemapping for files with size 0");
-    EXPECT_EQ(file.Open(reading, empty.c_str(), &mapped), nullptr) << "the code alone";
     EXPECT_EQ(open(writing, small), Report(true)) << "the object can be used on";
 }
 
@@ -54,7 +46,7 @@ TEST_F(MmFile, IsNotDisturbedByASecondOpenOrAPlaceOutside) {
     open(reading, large);
     const char* const former = view;
     EXPECT_EQ(openPart(reading, small), Report(false));
-    EXPECT_EQ(mapped, 0u);
+    EXPECT_EQ(part, 0u);
     EXPECT_EQ(file.Size(), size);
     EXPECT_EQ(move({size, 10}), Report(false));
     EXPECT_EQ(place, Place(size, 10));
@@ -77,17 +69,11 @@ TEST_F(MmFile, MovesItsViewByRoundedOffsets) {
         EXPECT_EQ(place, row.given) << row.what;
         EXPECT_EQ(*view, row.first) << row.what;
     }
-}
-
-TEST_F(MmFile, HasOneViewWithItsCopies) {
-    open(writing, large);
     CJw32MmFile copy(file);
-    Place to(step, 10);
-    ASSERT_NE(copy.ReMap(to.first, to.second), nullptr);
-    ASSERT_EQ(move(to), Report(true)) << "the others can go on";
-    EXPECT_EQ(*view, 'b');
+    EXPECT_NE(copy.ReMap(place.first, place.second), nullptr);
+    EXPECT_EQ(move({step, 10}), Report(true)) << "when a copy has moved it";
     copy.Close();
-    EXPECT_EQ(move(to), Report(false)) << "what is released gives no view";
+    EXPECT_EQ(move({step, 10}), Report(false)) << "when a copy has released it";
 }
 
 }  // namespace
