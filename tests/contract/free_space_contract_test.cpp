@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include "support/last_error.h"
+
 namespace {
 
 TEST(FreeSpaceContract, ClustersTellTheSameAsBytesOfADriveThatExists) {
@@ -9,22 +11,21 @@ TEST(FreeSpaceContract, ClustersTellTheSameAsBytesOfADriveThatExists) {
     DWORD sectors = 0, sectorSize = 0, freeClusters = 0, totalClusters = 0;
     for (const char* const drive : {"C:\\", "c:", static_cast<const char*>(nullptr), "C:"}) {
         ASSERT_TRUE(GetDiskFreeSpaceExA(drive, &available, &total, &free)) << drive;
-        EXPECT_GT(available.QuadPart, 0u) << drive;
-        EXPECT_LE(available.QuadPart, free.QuadPart) << drive;
+        EXPECT_TRUE(available.QuadPart > 0 && available.QuadPart <= free.QuadPart) << drive;
         EXPECT_LE(free.QuadPart, total.QuadPart) << drive;
     }
-    ASSERT_TRUE(GetDiskFreeSpaceA("C:\\", &sectors, &sectorSize, &freeClusters, &totalClusters));
+    const auto clusters = [&](const char* root) {
+        return GetDiskFreeSpaceA(root, &sectors, &sectorSize, &freeClusters, &totalClusters);
+    };
+    ASSERT_TRUE(clusters("C:\\"));
     EXPECT_EQ(sectorSize, 512u);
     const double cluster = 1.0 * sectorSize * sectors, whole = static_cast<double>(total.QuadPart);
     EXPECT_NEAR(cluster * totalClusters, whole, whole / 100);
     // Others write to the host's disk at the same time.
     EXPECT_NEAR(cluster * freeClusters, static_cast<double>(available.QuadPart), whole / 8);
-    SetLastError(0);
-    EXPECT_FALSE(GetDiskFreeSpaceExA("Q:", &available, &total, &free));
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_PATH_NOT_FOUND});
-    SetLastError(0);
-    EXPECT_FALSE(GetDiskFreeSpaceA("Q:\\", &sectors, &sectorSize, &freeClusters, &totalClusters));
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_PATH_NOT_FOUND});
+    EXPECT_EQ(codeOf(clusters("Q:\\")), DWORD{ERROR_PATH_NOT_FOUND});
+    EXPECT_EQ(codeOf(GetDiskFreeSpaceExA("Q:", &available, &total, &free)),
+              DWORD{ERROR_PATH_NOT_FOUND});
 }
 
 }  // namespace

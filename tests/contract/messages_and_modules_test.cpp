@@ -3,12 +3,12 @@
 #include <windows.h>
 
 #include <cstring>
-#include <string>
+
+#include "support/last_error.h"
 
 namespace {
 
 DWORD format(DWORD code, char* buffer, DWORD size) {
-    SetLastError(0);
     return FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM, nullptr, code, LANG_USER_DEFAULT, buffer,
                           size, nullptr);
 }
@@ -20,11 +20,10 @@ TEST(MessageTexts, EndTheirLineAndNeedRoomForTheTerminatorToo) {
         ASSERT_GT(length, 2u) << code;
         EXPECT_STREQ(text + length - 2, "\r\n") << code;
         EXPECT_EQ(format(code, text, length + 1), length);
-        EXPECT_EQ(format(code, text, length), 0u);
-        EXPECT_EQ(GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
+        EXPECT_EQ(codeOf(format(code, text, length)), DWORD{ERROR_INSUFFICIENT_BUFFER});
     }
-    EXPECT_EQ(format(99999, std::strcpy(text, "untouched"), sizeof text), 0u);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_MR_MID_NOT_FOUND});
+    std::strcpy(text, "untouched");
+    EXPECT_EQ(codeOf(format(99999, text, sizeof text)), DWORD{ERROR_MR_MID_NOT_FOUND});
     EXPECT_STREQ(text, "untouched");
 }
 
@@ -33,31 +32,27 @@ TEST(Modules, OfTheSystemAreAlwaysThereAndNoOthers) {
     ASSERT_NE(module, nullptr);
     EXPECT_EQ(GetModuleHandleA("KERNEL32"), module);
     EXPECT_EQ(LoadLibraryA("Kernel32"), module);
-    EXPECT_TRUE(FreeLibrary(module));
-    EXPECT_TRUE(FreeLibrary(module));
+    for (int release = 0; release < 2; ++release) EXPECT_TRUE(FreeLibrary(module));
     EXPECT_EQ(GetModuleHandleA("kernel32.dll"), module) << "no release unloads it";
     EXPECT_NE(GetProcAddress(module, "GetVersionExA"), nullptr);
-    EXPECT_EQ(GetProcAddress(module, "getversionexa"), nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_PROC_NOT_FOUND});
-    EXPECT_EQ(LoadLibraryA("jw32-no-such-module.dll"), nullptr);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_MOD_NOT_FOUND});
+    EXPECT_EQ(codeOf(GetProcAddress(module, "getversionexa")), DWORD{ERROR_PROC_NOT_FOUND});
+    EXPECT_EQ(codeOf(LoadLibraryA("jw32-no-such-module.dll")), DWORD{ERROR_MOD_NOT_FOUND});
     EXPECT_FALSE(FreeLibrary(nullptr));
 }
 
 TEST(Version, FillsTheRecordsOfTheTwoKnownSizes) {
-    OSVERSIONINFOEXA records[2];
-    for (auto& record : records) {
-        const bool extended = &record == records;
+    OSVERSIONINFOEXA record;
+    const auto fill = [&record](DWORD size) {
         std::memset(&record, 0x55, sizeof record);
-        record.dwOSVersionInfoSize = extended ? 156 : 148;
-        ASSERT_TRUE(GetVersionExA(reinterpret_cast<LPOSVERSIONINFOA>(&record)));
+        record.dwOSVersionInfoSize = size;
+        return codeOf(GetVersionExA(reinterpret_cast<LPOSVERSIONINFOA>(&record)));
+    };
+    for (const DWORD size : {156, 148}) {
+        EXPECT_EQ(fill(size), 0u);
         EXPECT_EQ(record.dwPlatformId, DWORD{VER_PLATFORM_WIN32_NT});
-        EXPECT_EQ(record.wProductType, extended ? VER_NT_WORKSTATION : 0x55);
+        EXPECT_EQ(record.wProductType, size == 156 ? VER_NT_WORKSTATION : 0x55);
     }
-    EXPECT_EQ(records[0].dwBuildNumber, records[1].dwBuildNumber);
-    records[0].dwOSVersionInfoSize = 155;
-    EXPECT_FALSE(GetVersionExA(reinterpret_cast<LPOSVERSIONINFOA>(records)));
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
+    EXPECT_EQ(fill(155), DWORD{ERROR_INSUFFICIENT_BUFFER});
 }
 
 TEST(LastError, BelongsToTheThread) {

@@ -6,6 +6,7 @@
 #include <winioctl.h>
 
 #include "contract/wine.h"
+#include "support/last_error.h"
 #include "support/scratch_drives.h"
 #include "support/wide.h"
 
@@ -28,17 +29,16 @@ class MountPoints : public ScratchDrives {
         Jw32DirectoryCreate(c("link").c_str());
         write(c("file"), "content");
     }
-    static HANDLE open(const std::string& path, DWORD share = 0) {
-        return CreateFileW(Wide(path), GENERIC_WRITE, share, nullptr, OPEN_EXISTING,
+    HANDLE open(const char* name, DWORD share = 0) const {
+        return CreateFileW(Wide(c(name)), GENERIC_WRITE, share, nullptr, OPEN_EXISTING,
                            FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     }
     // The code of setting a mount point; 0: it is set.
     static DWORD set(HANDLE file, std::string bytes) {
+        const auto size = static_cast<DWORD>(bytes.size());
         DWORD unused = 0;
-        const BOOL done =
-            DeviceIoControl(file, FSCTL_SET_REPARSE_POINT, bytes.data(),
-                            static_cast<DWORD>(bytes.size()), nullptr, 0, &unused, nullptr);
-        const DWORD code = done ? DWORD{ERROR_SUCCESS} : GetLastError();
+        const DWORD code = codeOf(DeviceIoControl(file, FSCTL_SET_REPARSE_POINT, bytes.data(), size,
+                                                  nullptr, 0, &unused, nullptr));
         CloseHandle(file);
         return code;
     }
@@ -53,7 +53,8 @@ TEST_F(MountPoints, AreSetOnAnEmptyDirectoryFromASoundBuffer) {
     auto tooLong = sound;
     tooLong[14] = '\xF0';  // the print name's length
     const struct {
-        std::string place, bytes;
+        const char* place;
+        std::string bytes;
         DWORD code;
     } rows[] = {{"link", tooLong, ERROR_INVALID_REPARSE_DATA},
                 {"link", cut, ERROR_INVALID_REPARSE_DATA},
@@ -62,10 +63,10 @@ TEST_F(MountPoints, AreSetOnAnEmptyDirectoryFromASoundBuffer) {
                 {"file", sound, ERROR_DIRECTORY},
                 {"link", sound, ERROR_SUCCESS}};
     for (const auto& row : rows) {
+        SCOPED_TRACE(&row - rows);
         EXPECT_EQ(attributes(c("link")), DWORD{FILE_ATTRIBUTE_DIRECTORY});
-        EXPECT_EQ(set(open(c(row.place)), row.bytes),
-                  onWine() ? DWORD{ERROR_NOT_SUPPORTED} : row.code)
-            << row.place << " " << row.bytes.size();
+        const DWORD expected = onWine() ? DWORD{ERROR_NOT_SUPPORTED} : row.code;
+        EXPECT_EQ(set(open(row.place), row.bytes), expected);
     }
     EXPECT_EQ((attributes(c("link")) & FILE_ATTRIBUTE_REPARSE_POINT) != 0, !onWine());
     EXPECT_EQ(exists(c("link\\sub")), !onWine());
@@ -75,10 +76,9 @@ TEST_F(MountPoints, AreSetOnAnEmptyDirectoryFromASoundBuffer) {
 }
 
 TEST_F(MountPoints, ADirectoryCanBeHeldForOneself) {
-    const HANDLE first = open(c("link")),
-                 second = open(c("link"), FILE_SHARE_READ | FILE_SHARE_WRITE);
-    EXPECT_EQ(GetLastError(), DWORD{ERROR_SHARING_VIOLATION});
-    EXPECT_EQ(second, INVALID_HANDLE_VALUE);
+    const HANDLE first = open("link");
+    EXPECT_EQ(codeOf(open("link", FILE_SHARE_READ | FILE_SHARE_WRITE) != INVALID_HANDLE_VALUE),
+              DWORD{ERROR_SHARING_VIOLATION});
     EXPECT_TRUE(CloseHandle(first));
 }
 

@@ -29,12 +29,13 @@ TEST(BoundedText, IsEmptyWhereItDoesNotFit) {
         EXPECT_STREQ(multibyte::chars(target), row.target) << row.source;
     }
     char target[5] = "xxxx";
-    EXPECT_EQ(strcpy_s(target, sizeof target, "abcde"), ERANGE);
-    EXPECT_STREQ(target, "");
     EXPECT_EQ(strcpy_s(target, sizeof target, "ab"), 0);
     EXPECT_EQ(strcat_s(target, sizeof target, "cd"), 0);
     EXPECT_STREQ(target, "abcd");
     EXPECT_EQ(strcat_s(target, sizeof target, "e"), ERANGE);
+    EXPECT_STREQ(target, "");
+    target[0] = 'x';
+    EXPECT_EQ(strcpy_s(target, sizeof target, "abcde"), ERANGE);
     EXPECT_STREQ(target, "");
 }
 
@@ -44,20 +45,23 @@ TEST(SplitPath, CutsAtTheLastSeparatorAndDot) {
         return _splitpath_s(path, drive, sizeof drive, directory, sizeof directory, name,
                             sizeof name, extension, room);
     };
-    using Row = std::pair<const char*, std::string>;
-    const Row rows[] = {{"C:\\a\\b.c", "C:,\\a\\,b,.c"},
-                        {"a.b.c", ",,a.b,.c"},
-                        {"C:", "C:,,,"},
-                        {"C:a/b", "C:,a/,b,"},
-                        {"..", ",,.,."},
-                        {"\\\\s\\h\\f.e", ",\\\\s\\h\\,f,.e"},
-                        {"a.b\\c", ",a.b\\,c,"}};
-    for (const auto& [path, parts] : rows) {
-        EXPECT_EQ(split(path, sizeof extension), 0);
-        EXPECT_EQ(std::string(drive) + ',' + directory + ',' + name + ',' + extension, parts);
+    const struct {
+        const char* path;
+        std::string parts;
+        std::size_t room = 16;  // for the extension
+        errno_t result = 0;
+    } rows[] = {{"C:\\a\\b.c", "C:,\\a\\,b,.c"},
+                {"a.b.c", ",,a.b,.c"},
+                {"C:", "C:,,,"},
+                {"C:a/b", "C:,a/,b,"},
+                {"..", ",,.,."},
+                {"\\\\s\\h\\f.e", ",\\\\s\\h\\,f,.e"},
+                {"a.b\\c", ",a.b\\,c,"},
+                {"C:\\a\\name.extension", ",,,", 5, ERANGE}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(split(row.path, row.room), row.result) << row.path;
+        EXPECT_EQ(std::string(drive) + ',' + directory + ',' + name + ',' + extension, row.parts);
     }
-    EXPECT_EQ(split("C:\\a\\name.extension", 5), ERANGE);
-    for (const char* const part : {drive, directory, name, extension}) EXPECT_STREQ(part, "");
     EXPECT_EQ(split("C:\\a", 0), EINVAL) << "a part without room";
 }
 
