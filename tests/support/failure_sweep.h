@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -61,12 +63,10 @@ inline std::vector<std::string> callsOf(const Swept& swept) {
         const Outcome outcome = act(triple);
         EXPECT_FALSE(outcome.failed) << triple;
         EXPECT_TRUE(triple.isClear()) << triple;
-        for (unsigned i = 0; const auto& call : script.calls()) {
-            const auto made = script.calls();
-            const auto times =
-                std::count_if(made.begin(), made.begin() + ++i,
-                              [&](const auto& one) { return one.name == call.name; });
-            if (call.fallible) result.push_back(call.name + "#" + std::to_string(times));
+        std::map<std::string, int> times;
+        for (const auto& call : script.calls()) {
+            const auto made = call.name + "#" + std::to_string(++times[call.name]);
+            if (call.fallible) result.push_back(made);
         }
     }
     EXPECT_EQ(machine::inUse(), before) << "leaks";
@@ -82,36 +82,34 @@ inline DWORD toldCode(const Swept& swept, const std::string& name) {
     return name == "_strdup" ? DWORD{ERROR_NOT_ENOUGH_MEMORY} : code;
 }
 
-inline void judge(const Swept& swept, const std::string& call, bool failed, const Triple& triple) {
-    const auto name = call.substr(0, call.find('#'));
-    const bool passedOver = isOneOf(call, swept.passedOver) || isOneOf(name, swept.passedOver);
-    EXPECT_EQ(failed, !passedOver);
-    const DWORD told = passedOver ? 0 : toldCode(swept, name);
-    EXPECT_TRUE(told == 0 ? triple.isClear() : triple.tells(told)) << triple;
+// The operation's outcome with its n-th call failing; an exception of a conversion is none.
+inline std::optional<Outcome> outcomeOf(const Swept::Act& act, unsigned n, Triple& triple) try {
+    machine::Script script;
+    script.failNth(n, code);
+    return act(triple);
+} catch (const CAtlException& exception) {
+    EXPECT_EQ(exception.m_hr, HRESULT_FROM_WIN32(code));
+    return std::nullopt;
 }
 
 inline void runFailing(const Swept& swept, unsigned n, const std::string& call) {
     const auto name = call.substr(0, call.find('#'));
+    const bool passedOver = isOneOf(call, swept.passedOver) || isOneOf(name, swept.passedOver);
     const bool converts = isOneOf(name, {"MultiByteToWideChar", "WideCharToMultiByte"});
-    const bool releases =
-        isOneOf(name, {"CloseHandle", "FindClose", "FreeLibrary", "UnmapViewOfFile"});
     const auto act = swept.arrange();
     const auto before = machine::inUse();
     Triple triple;
-    try {
-        Outcome outcome{};
-        {
-            machine::Script script;
-            script.failNth(n, code);
-            outcome = act(triple);
-        }
+    if (auto outcome = outcomeOf(act, n, triple)) {
         EXPECT_FALSE(converts) << "did not throw";
-        judge(swept, call, outcome.failed, triple);
-    } catch (const CAtlException& exception) {
+        EXPECT_EQ(outcome->failed, !passedOver);
+        const DWORD told = passedOver ? 0 : toldCode(swept, name);
+        EXPECT_TRUE(told == 0 ? triple.isClear() : triple.tells(told)) << triple;
+    } else {
         EXPECT_TRUE(converts) << "threw";
-        EXPECT_EQ(exception.m_hr, HRESULT_FROM_WIN32(code));
     }
     // What the platform refuses to take back stays in use.
+    const bool releases =
+        isOneOf(name, {"CloseHandle", "FindClose", "FreeLibrary", "UnmapViewOfFile"});
     EXPECT_TRUE(releases || machine::inUse() == before) << "leaks";
     if (releases) machine::reclaimAll();
 }
