@@ -1,5 +1,4 @@
 // Operations on files, in both builds.
-#include <gmock/gmock.h>
 #include <jw32/files.h>
 
 #include "support/scratch_drives.h"
@@ -9,121 +8,75 @@ namespace {
 
 class File : public ScratchDrives {
   protected:
-    // A file on C: with 100 bytes, open.
-    void* open(DWORD access = GENERIC_READ | GENERIC_WRITE) {
-        const std::string path = c("hundred");
-        write(path, std::string(100, 'h'));
-        handle_ = Jw32FileOpen(path.c_str(), access, OPEN_EXISTING, 0,
-                               FILE_SHARE_READ | FILE_SHARE_WRITE);
-        EXPECT_NE(handle_, INVALID_HANDLE_VALUE);
-        return handle_;
-    }
-    ~File() override { CloseHandle(handle_); }
+    File() { EXPECT_TRUE(Jw32FileWrite(open, std::string(100, 'h').data(), 100)); }
+    ~File() override { CloseHandle(open); }
 
-    Triple triple;
-
-  private:
-    void* handle_ = INVALID_HANDLE_VALUE;
+    const std::string path = c("file");
+    const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE;
+    void* open = Jw32FileOpen(path.c_str(), GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS, 0, share);
 };
 
-TEST_F(File, ReadsTheWholeCountOrSaysNo) {
-    void* const file = open();
+TEST_F(File, IsReadInTheWholeCountOrNot) {
     char target[100] = "";
-    EXPECT_EQ(triple.of(Jw32FileSeek, file, 60), 1);
-    EXPECT_TRUE(triple.isClear()) << triple;
-    EXPECT_EQ(triple.of(Jw32FileRead, file, target, 100), 0);
-    EXPECT_TRUE(triple.isClear()) << triple;
+    EXPECT_EQ(reported(Jw32FileSeek, open, 60), Report(1));
+    EXPECT_EQ(reported(Jw32FileRead, open, target, 100), Report(0)) << "40 are left";
     EXPECT_EQ(std::string(target, 41), std::string(40, 'h') + '\0');
-    EXPECT_EQ(Jw32FileRead(file, target, 1, &triple.code), 0);
-    EXPECT_EQ(triple.code, 0u);
-    EXPECT_EQ(Jw32FileRead(file, target, 0), 1);
-    EXPECT_EQ(Jw32FileSeek(file, 0), 1);
-    EXPECT_EQ(Jw32FileRead(file, target, 100), 1);
+    EXPECT_EQ(reported(Jw32FileRead, open, target, 1), Report(0)) << "at the end";
+    EXPECT_EQ(reported(Jw32FileRead, open, target, 0), Report(1));
+    EXPECT_EQ(reported(Jw32FileSeek, open, 0), Report(1));
+    EXPECT_EQ(reported(Jw32FileRead, open, target, 100), Report(1));
 }
 
-TEST_F(File, SeeksBehindItsEndButNotBeforeItsBeginning) {
-    void* const file = open();
-    EXPECT_EQ(Jw32FileSeek(file, 200), 1);
-    EXPECT_EQ(Jw32FileWrite(file, "x", 1), 1);
-    EXPECT_EQ(Jw32FileSize(file), 201);
-    EXPECT_EQ(Jw32FileSeek(file, 10), 1);
-    EXPECT_EQ(Jw32FileSeekEnd(file), 1);
-    EXPECT_EQ(Jw32FileWrite(file, "", 0), 1);
-    EXPECT_EQ(Jw32FileWrite(file, "yz", 2), 1);
-    EXPECT_EQ(Jw32FileSize(file), 203);
-    EXPECT_EQ(triple.of(Jw32FileSeek, file, -1), 0);
-    EXPECT_TRUE(triple.tells(ERROR_NEGATIVE_SEEK)) << triple;
+TEST_F(File, IsWrittenBehindItsEndButNotBeforeItsBeginning) {
+    EXPECT_EQ(Jw32FileSeek(open, 200), 1);
+    EXPECT_EQ(reported(Jw32FileWrite, open, "x", 1), Report(1));
+    EXPECT_EQ(Jw32FileSeek(open, 10), 1);
+    EXPECT_EQ(reported(Jw32FileSeekEnd, open), Report(1));
+    EXPECT_EQ(Jw32FileWrite(open, "", 0), 1);
+    EXPECT_EQ(Jw32FileWrite(open, "yz", 2), 1);
+    EXPECT_EQ(Jw32FileSize(open), 203);
+    EXPECT_EQ(reported(Jw32FileSeek, open, -1), Report(0, ERROR_NEGATIVE_SEEK));
 }
 
 TEST_F(File, TellsItsSizeWhileOthersUseIt) {
-    open();
-    EXPECT_EQ(Jw32FileSize(c("hundred").c_str(), &triple.code, triple.text, triple.size), 100);
-    EXPECT_TRUE(triple.isClear()) << triple;
-    EXPECT_EQ(Jw32FileSize(c("missing").c_str(), &triple.code, triple.text, triple.size), -1);
-    EXPECT_TRUE(triple.tells(ERROR_FILE_NOT_FOUND)) << triple;
+    const auto size = [](const std::string& name) {
+        return reported([&](auto... t) { return Jw32FileSize(name.c_str(), t...); });
+    };
+    EXPECT_EQ(size(path), Report(100));
+    EXPECT_EQ(size(c("missing")), Report(-1, ERROR_FILE_NOT_FOUND));
 }
 
 TEST_F(File, IsCreatedOrOpenedByTheDispositionAlone) {
-    int files = 0;
-    for (const auto operation : {Jw32FileCreate, Jw32FileOpen}) {
-        const std::string path = c("new" + std::to_string(++files));
-        EXPECT_EQ(triple.of(operation, path.c_str(), GENERIC_READ, OPEN_EXISTING, 0, 0),
-                  INVALID_HANDLE_VALUE);
-        EXPECT_TRUE(triple.tells(ERROR_FILE_NOT_FOUND)) << triple;
-        void* const file =
-            triple.of(operation, path.c_str(), GENERIC_WRITE, CREATE_NEW, FILE_ATTRIBUTE_HIDDEN, 0);
-        EXPECT_NE(file, INVALID_HANDLE_VALUE);
-        EXPECT_TRUE(triple.isClear()) << triple;
-        EXPECT_TRUE(attributes(path) & FILE_ATTRIBUTE_HIDDEN);
-        CloseHandle(file);
-    }
-}
-
-TEST_F(File, CannotBeCreatedWithoutAName) {
-    for (const char* const name : {static_cast<const char*>(nullptr), ""}) {
-        EXPECT_EQ(triple.of(Jw32FileCreate, name, GENERIC_WRITE, CREATE_ALWAYS, 0, 0),
-                  INVALID_HANDLE_VALUE);
-        EXPECT_TRUE(triple.tells(ERROR_PATH_NOT_FOUND)) << triple;
-    }
+    const auto opened = [](auto name, DWORD access, DWORD disposition) {
+        return reported(Jw32FileOpen, name, access, disposition, FILE_ATTRIBUTE_HIDDEN, 0);
+    };
+    const auto none = INVALID_HANDLE_VALUE;
+    EXPECT_EQ(opened(c("new"), GENERIC_READ, OPEN_EXISTING), Report(none, ERROR_FILE_NOT_FOUND));
+    EXPECT_EQ(opened(nullptr, GENERIC_WRITE, CREATE_NEW), Report(none, ERROR_PATH_NOT_FOUND));
+    EXPECT_EQ(opened("", GENERIC_WRITE, CREATE_NEW), Report(none, ERROR_PATH_NOT_FOUND));
+    EXPECT_TRUE(CloseHandle(opened(c("new"), GENERIC_WRITE, CREATE_NEW).result));
+    EXPECT_TRUE(attributes(c("new")) & FILE_ATTRIBUTE_HIDDEN);
 }
 
 TEST_F(File, IsFoundWhereItIsNoDirectory) {
-    write(c("file"), "");
-    struct {
-        std::string name;
-        int found;
-        DWORD code;
-    } const rows[] = {
-        {c("file"), 1, 0},
-        {c("fi*"), 1, 0},
-        {c(), 0, 0},
-        {"", 0, 0},
-        {c("missing"), 0, ERROR_FILE_NOT_FOUND},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(triple.of(Jw32FileFind, row.name.c_str()), row.found);
-        EXPECT_TRUE(row.code ? triple.tells(row.code) : triple.isClear()) << row.name << triple;
-    }
-    EXPECT_EQ(Jw32FileFind(nullptr, &triple.code), 0);
+    EXPECT_EQ(reported(Jw32FileFind, path), Report(1));
+    EXPECT_EQ(reported(Jw32FileFind, c("fi*")), Report(1));
+    EXPECT_EQ(reported(Jw32FileFind, c()), Report(0)) << "a directory";
+    EXPECT_EQ(reported(Jw32FileFind, ""), Report(0));
+    EXPECT_EQ(reported(Jw32FileFind, nullptr), Report(0));
+    EXPECT_EQ(reported(Jw32FileFind, c("missing")), Report(0, ERROR_FILE_NOT_FOUND));
 }
 
 TEST_F(File, LosesItsOtherAttributesWhenItGetsHidden) {
-    const std::string path = c("file");
-    const DWORD readOnly = FILE_ATTRIBUTE_READONLY, both = FILE_ATTRIBUTE_HIDDEN | readOnly;
-    write(path, "");
-    for (const auto& [set, kept] :
-         {std::pair{readOnly, DWORD{FILE_ATTRIBUTE_HIDDEN}}, {both, both}}) {
-        SetFileAttributesA(path.c_str(), set);
-        EXPECT_EQ(triple.of(Jw32FileHide, path.c_str()), 1);
-        EXPECT_TRUE(triple.isClear()) << triple;
+    const DWORD hidden = FILE_ATTRIBUTE_HIDDEN, both = hidden | FILE_ATTRIBUTE_READONLY;
+    for (const auto& [former, kept] : {std::pair(both - hidden, hidden), {both, both}}) {
+        SetFileAttributesA(path.c_str(), former);
+        EXPECT_EQ(reported(Jw32FileHide, path), Report(1));
         EXPECT_EQ(attributes(path) & both, kept);
     }
-    EXPECT_EQ(triple.of(Jw32FileHide, c("missing").c_str()), 0);
-    EXPECT_TRUE(triple.tells(ERROR_FILE_NOT_FOUND)) << triple;
-    for (const char* const name : {static_cast<const char*>(nullptr), ""}) {
-        EXPECT_EQ(triple.of(Jw32FileHide, name), 0);
-        EXPECT_TRUE(triple.isClear()) << triple;
-    }
+    EXPECT_EQ(reported(Jw32FileHide, c("missing")), Report(0, ERROR_FILE_NOT_FOUND));
+    EXPECT_EQ(reported(Jw32FileHide, nullptr), Report(0));
+    EXPECT_EQ(reported(Jw32FileHide, ""), Report(0));
 }
 
 }  // namespace
