@@ -8,77 +8,60 @@
 
 namespace {
 
-// What the operations find: a folder of their own with a file, and an open file.
-struct Scene {
-    std::string folder, file, target, otherDrive;
-    std::shared_ptr<void> open;
-};
-
-struct Operation {
-    const char* name;
-    std::function<int(const Scene&, Triple&)> act;  // gives 0 for a failure
-    std::vector<std::string> passedOver = {};
-};
-
-const Operation operations[] = {
-    {"Jw32FileRead", [](auto& s, auto& t) { return t.of(Jw32FileRead, s.open.get(), nullptr, 0); }},
-    {"Jw32FileWrite", [](auto& s, auto& t) { return t.of(Jw32FileWrite, s.open.get(), "", 0); }},
-    {"Jw32FileSeek", [](auto& s, auto& t) { return t.of(Jw32FileSeek, s.open.get(), 3); }},
-    {"Jw32FileSeekEnd", [](auto& s, auto& t) { return t.of(Jw32FileSeekEnd, s.open.get()); }},
-    {"Jw32FileSize",
-     [](auto& s, auto& t) { return Jw32FileSize(s.file.c_str(), &t.code, t.text, t.size) != -1; },
-     {"CloseHandle"}},
-    {"Jw32FileOpen",
-     [](auto& s, auto& t) {
-         void* const file = t.of(Jw32FileOpen, s.target, GENERIC_WRITE, CREATE_NEW, 0, 0);
-         CloseHandle(file);
-         return file != INVALID_HANDLE_VALUE;
-     },
-     {"CloseHandle"}},
-    {"Jw32FileFind", [](auto& s, auto& t) { return t.of(Jw32FileFind, s.file); }, {"FindClose"}},
-    {"Jw32FileHide", [](auto& s, auto& t) { return t.of(Jw32FileHide, s.file); }},
-    // Where the drives seem to differ, the file is copied.
-    {"Jw32FileMove on one drive",
-     [](auto& s, auto& t) { return t.of(Jw32FileMove, s.file, s.target); },
-     {"FindClose", "PathAddBackslashA", "PathIsSameRootW"}},
-    {"Jw32FileMove between drives",
-     [](auto& s, auto& t) { return t.of(Jw32FileMove, s.file, s.otherDrive); },
-     {"FindClose", "PathAddBackslashA", "PathIsSameRootW"}},
-    {"Jw32DirectoryExist",
-     [](auto& s, auto& t) { return t.of(Jw32DirectoryExist, s.folder); },
-     {"PathRemoveBackslashA", "FindClose"}},
-    // The levels above the last stand already.
-    {"Jw32DirectoryCreateAttr",
-     [](auto& s, auto& t) { return t.of(Jw32DirectoryCreateAttr, s.target, 2, 0); },
-     {"CreateDirectoryW#1", "CreateDirectoryW#2", "GetFileAttributesA", "SetFileAttributesA"}},
-};
-
 class FileFailures : public ScratchDrives {
   protected:
-    // Each in a folder of its own: what a failing release leaves open disturbs nobody.
-    Scene scene() {
-        const auto name = std::to_string(++scenes_);
-        Jw32DirectoryCreate(c(name).c_str());
-        Scene result{c(name), c(name + "\\file"), c(name + "\\target"), d(name), nullptr};
-        write(result.file, "content");
-        const auto open = c(name + "\\open");
-        result.open.reset(Jw32FileOpen(open.c_str(), GENERIC_ALL, CREATE_NEW, 0, 0), CloseHandle);
-        return result;
-    }
+    using Act = std::function<int(Triple&)>;  // gives 0 for a failure
+    using Calls = std::vector<std::string>;
 
-  private:
-    unsigned scenes_ = 0;
+    // Each run has a folder of its own with a file, and an open file: what a failing release leaves
+    // open disturbs nobody.
+    void sweep(const char* name, const Act& act, const Calls& passedOver = {}) {
+        const auto arrange = [&] {
+            ++runs;
+            Jw32DirectoryCreate(in("").c_str());
+            write(in("file"), "content");
+            open.reset(Jw32FileOpen(in("open").c_str(), GENERIC_ALL, CREATE_NEW, 0, 0),
+                       CloseHandle);
+            return [&act](Triple& t) { return Outcome{act(t) == 0}; };
+        };
+        sweepFailures({name, arrange, passedOver});
+    }
+    std::string in(const char* name) const { return c(std::to_string(runs) + "\\" + name); }
+
+    std::shared_ptr<void> open;
+
+    unsigned runs = 0;
 };
 
 TEST_F(FileFailures, AreReportedAndLeaveNothingOpen) {
-    for (const auto& operation : operations) {
-        const auto arrange = [&] {
-            return [act = operation.act, scene = scene()](Triple& triple) {
-                return Outcome{act(scene, triple) == 0};
-            };
-        };
-        sweepFailures({operation.name, arrange, operation.passedOver});
-    }
+    const auto create = [&](auto& t) {
+        void* const file = t.of(Jw32FileCreate, in("new"), GENERIC_WRITE, CREATE_NEW, 0, 0);
+        CloseHandle(file);
+        return file != INVALID_HANDLE_VALUE;
+    };
+    const auto size = [&](auto& t) {
+        return Jw32FileSize(in("file").c_str(), &t.code, t.text, t.size) != -1;
+    };
+    const auto move = [&](auto& t) { return t.of(Jw32FileMove, in("file"), in("new")); };
+    const auto copy = [&](auto& t) { return t.of(Jw32FileMove, in("file"), d("new")); };
+    const auto make = [&](auto& t) { return t.of(Jw32DirectoryCreateAttr, in("new"), 2, 0); };
+    // Where the drives seem to differ, the file is copied.
+    const Calls ofMove{"FindClose", "PathAddBackslashA", "PathIsSameRootW"};
+    sweep("Jw32FileRead", [&](auto& t) { return t.of(Jw32FileRead, open.get(), nullptr, 0); });
+    sweep("Jw32FileWrite", [&](auto& t) { return t.of(Jw32FileWrite, open.get(), "", 0); });
+    sweep("Jw32FileSeek", [&](auto& t) { return t.of(Jw32FileSeek, open.get(), 3); });
+    sweep("Jw32FileSeekEnd", [&](auto& t) { return t.of(Jw32FileSeekEnd, open.get()); });
+    sweep("Jw32FileSize", size, {"CloseHandle"});
+    sweep("Jw32FileCreate", create, {"CloseHandle"});
+    sweep("Jw32FileFind", [&](auto& t) { return t.of(Jw32FileFind, in("file")); }, {"FindClose"});
+    sweep("Jw32FileHide", [&](auto& t) { return t.of(Jw32FileHide, in("file")); });
+    sweep("Jw32FileMove on one drive", move, ofMove);
+    sweep("Jw32FileMove between drives", copy, ofMove);
+    sweep("Jw32DirectoryExist", [&](auto& t) { return t.of(Jw32DirectoryExist, c()); },
+          {"PathRemoveBackslashA", "FindClose"});
+    // The levels above the last stand already.
+    sweep("Jw32DirectoryCreateAttr", make,
+          {"CreateDirectoryW#1", "CreateDirectoryW#2", "GetFileAttributesA", "SetFileAttributesA"});
 }
 
 }  // namespace
