@@ -69,11 +69,12 @@ TEST_F(Directory, IsNotCreatedFromPathsOfOtherKinds) {
 }
 
 TEST_F(Directory, GetsAttributesOnEveryLevelThatIsNew) {
+    constexpr DWORD hidden = FILE_ATTRIBUTE_HIDDEN;
     create(c("old"));
-    EXPECT_EQ(reported(Jw32DirectoryCreateAttr, c("old\\new\\newer"), 2, 2), Report(1));
+    EXPECT_EQ(reported(Jw32DirectoryCreateAttr, c("old\\new\\newer"), hidden, hidden), Report(1));
     EXPECT_EQ(attributes(c("old")), DWORD{FILE_ATTRIBUTE_DIRECTORY});
     for (const char* const level : {"old\\new", "old\\new\\newer"}) {
-        EXPECT_EQ(attributes(c(level)), FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN) << level;
+        EXPECT_EQ(attributes(c(level)), FILE_ATTRIBUTE_DIRECTORY | hidden) << level;
     }
 }
 

@@ -183,6 +183,9 @@ TEST_F(MmFileCalls, FailOneByOneAndLeaveNothing) {
     const auto pages = [](auto& o, auto& t) { return o.Open(9, 1, &t.code, t.text, t.size); };
     const auto make = [&](auto& o, auto& t) { return o.Create(block, 9, &t.code, t.text, t.size); };
     const auto join = [](auto& o, auto& t) { return o.Open("jw32-made", &t.code, t.text, t.size); };
+    const auto size = [&](auto& o, auto& t) {
+        return o.Open(writing, path, part, &t.code, t.text, t.size);
+    };
     const auto remap = [&](auto& o, auto& t) {
         place = {0, 100};
         const bool opened = o.Open(reading, path, &t.code, t.text, t.size) != nullptr;
@@ -193,6 +196,8 @@ TEST_F(MmFileCalls, FailOneByOneAndLeaveNothing) {
     sweepFailures(openingOf<CJw32Memory>("memory of pages", pages));
     sweepFailures(openingOf<CJw32SharedMemory>("making a block", make, {"OpenFileMappingA"}));
     sweepFailures(openingOf<CJw32SharedMemory>("joining a block", join));
+    sweepFailures(
+        openingOf<CJw32MmFile>("a file and its size", size, {"_strdup", "MapViewOfFile"}));
     sweepFailures(openingOf<CJw32MmFile>("a file and a move of its view", remap, moves));
 }
 
