@@ -5,6 +5,8 @@
 
 #include <winioctl.h>
 
+#include <tuple>
+
 #include "contract/wine.h"
 #include "support/last_error.h"
 #include "support/scratch_drives.h"
@@ -52,21 +54,16 @@ TEST_F(MountPoints, AreSetOnAnEmptyDirectoryFromASoundBuffer) {
     const auto sound = mountPoint("\\??\\" + c("target")), cut = sound.substr(0, sound.size() - 1);
     auto tooLong = sound;
     tooLong[14] = '\xF0';  // the print name's length
-    const struct {
-        const char* place;
-        std::string bytes;
-        DWORD code;
-    } rows[] = {{"link", tooLong, ERROR_INVALID_REPARSE_DATA},
-                {"link", cut, ERROR_INVALID_REPARSE_DATA},
-                {"link", "none", ERROR_INVALID_REPARSE_DATA},
-                {"target", sound, ERROR_DIR_NOT_EMPTY},
-                {"file", sound, ERROR_DIRECTORY},
-                {"link", sound, ERROR_SUCCESS}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(&row - rows);
+    const std::tuple<const char*, std::string, DWORD> rows[] = {
+        {"link", tooLong, ERROR_INVALID_REPARSE_DATA},
+        {"link", cut, ERROR_INVALID_REPARSE_DATA},
+        {"link", "none", ERROR_INVALID_REPARSE_DATA},
+        {"target", sound, ERROR_DIR_NOT_EMPTY},
+        {"file", sound, ERROR_DIRECTORY},
+        {"link", sound, ERROR_SUCCESS}};
+    for (const auto& [place, bytes, code] : rows) {
         EXPECT_EQ(attributes(c("link")), DWORD{FILE_ATTRIBUTE_DIRECTORY});
-        const DWORD expected = onWine() ? DWORD{ERROR_NOT_SUPPORTED} : row.code;
-        EXPECT_EQ(set(open(row.place), row.bytes), expected);
+        EXPECT_EQ(set(open(place), bytes), onWine() ? DWORD{ERROR_NOT_SUPPORTED} : code) << place;
     }
     EXPECT_EQ((attributes(c("link")) & FILE_ATTRIBUTE_REPARSE_POINT) != 0, !onWine());
     EXPECT_EQ(exists(c("link\\sub")), !onWine());
