@@ -1,0 +1,15 @@
+// The calls that a script has recorded, as one text.
+#pragma once
+
+#include <string>
+
+#include "machine/testing.h"
+
+// Each call behind a line break; conversions of names are left out.
+inline std::string callsOf(const machine::Script& script) {
+    std::string result;
+    for (const auto& text : script.texts()) {
+        if (!text.starts_with("MultiByte") && !text.starts_with("lstrlen")) result += "\n" + text;
+    }
+    return result;
+}
