@@ -1,6 +1,5 @@
 // How the call for large disks is looked up, and what is asked where it is missing. The answer
 // holds for a process, so each of these runs in one of its own.
-#include <gmock/gmock.h>
 #include <jw32/free_space.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -9,7 +8,8 @@
 #include <fstream>
 
 #include "machine/machine.h"
-#include "support/failure_sweep.h"
+#include "paths/calls.h"
+#include "support/triple.h"
 
 namespace {
 
@@ -21,27 +21,18 @@ void runInChild(Body body) {
         std::fflush(stdout);
         std::_Exit(testing::Test::HasFailure() ? EXIT_FAILURE : EXIT_SUCCESS);
     }
-    int status = 0;
-    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    int status = -1;
+    ::waitpid(child, &status, 0);
     EXPECT_EQ(status, 0) << "the process failed";
 }
 
-struct Capacity {
-    std::uint64_t bytes;
-    DWORD megabytes;
-};
-constexpr Capacity capacities[] = {{0, 0},         {1'048'575, 0}, {1'048'576, 1},
-                                   {2'097'151, 1}, {4'096'000, 3}, {6'000'000'000, 5722}};
-
-// The machine of the tests with drives of the capacities, from K: on, on the same empty folder.
-machine::Machine withDrives() {
+// The machine of the tests with a drive K: that holds a file and has that many free bytes.
+machine::Machine withFree(std::uint64_t bytes) {
     auto machine = machine::current();
-    const auto folder = machine.drives.front().folder + "/empty";
+    const auto folder = machine.drives.front().folder + "/drive";
     std::filesystem::create_directories(folder);
-    char letter = 'K';
-    for (const auto& [bytes, megabytes] : capacities) {
-        machine.drives.push_back({.letter = letter++, .folder = folder, .capacity = bytes});
-    }
+    std::ofstream(folder + "/file") << std::string(5000, 'x');
+    machine.drives.push_back({.letter = 'K', .folder = folder, .capacity = bytes + 5000});
     return machine;
 }
 
@@ -51,83 +42,55 @@ TEST(FreeSpaceLookup, IsMadeOnceForEachOfTheTwoCounts) {
         ULARGE_INTEGER bytes;
         DWORD megabytes;
         EXPECT_EQ(Jw32FreeDiskSpace("\\\\server\\share", &bytes), 0);
-        EXPECT_EQ(Jw32FreeDiskSpaceMB("C:\\", nullptr), 0);
+        EXPECT_EQ(Jw32FreeDiskSpaceMB("D:\\", nullptr), 0);
         EXPECT_EQ(Jw32FreeDiskSpace("C:\\a", &bytes), 1);
-        EXPECT_EQ(Jw32FreeDiskSpaceMB("C:\\a", &megabytes), 1);
-        EXPECT_EQ(Jw32FreeDiskSpaceC("C:\\a", &bytes), 1);
-        EXPECT_EQ(Jw32FreeDiskSpaceMBC("C:\\a", &megabytes), 1);
-        const char *const split = "_splitpath_s(\"C:\\a\")", *const ask =
-                                                                 "GetDiskFreeSpaceExA(\"C:\")";
-        const char* const load = "LoadLibraryA(\"KERNEL32.DLL\")";
-        const char* const lookUp = "GetProcAddress(pointer, \"GetDiskFreeSpaceExA\")";
-        EXPECT_THAT(script.texts(),
-                    testing::ElementsAre("_splitpath_s(\"\\\\server\\share\")", split, load, lookUp,
-                                         ask, split, ask, split, load, lookUp, ask, split, ask));
-        EXPECT_EQ(machine::inUse().modules, 2u);
+        EXPECT_EQ(Jw32FreeDiskSpaceMB("C:\\b", &megabytes), 1);
+        EXPECT_EQ(Jw32FreeDiskSpaceMBC("C:\\c", &megabytes), 1);
+        EXPECT_EQ(Jw32FreeDiskSpaceC("C:\\d", &bytes), 1);
+        const std::string lookUp =
+            R"(LoadLibraryA("KERNEL32.DLL") GetProcAddress(pointer, "GetDiskFreeSpaceExA") )";
+        EXPECT_EQ(
+            callsOf(script),
+            R"(_splitpath_s("\\server\share") _splitpath_s("C:\a") )" + lookUp +
+                R"(GetDiskFreeSpaceExA("C:") _splitpath_s("C:\b") GetDiskFreeSpaceExA("C:") )"
+                R"(_splitpath_s("C:\c") )" +
+                lookUp +
+                R"(GetDiskFreeSpaceExA("C:") _splitpath_s("C:\d") GetDiskFreeSpaceExA("C:") )");
+        EXPECT_EQ(machine::inUse().modules, 2u) << "the module stays";
     });
 }
 
-TEST(FreeSpaceLookup, IsNotRepeatedWithoutTheCallAndClustersAreCounted) {
-    const machine::Installed installed(withDrives());
-    for (const bool moduleComes : {true, false}) {
-        runInChild([moduleComes] {
-            machine::Script script;
-            script.missing("kernel32.dll", "GetDiskFreeSpaceExA");
-            if (!moduleComes) script.fail("LoadLibraryA", ERROR_MOD_NOT_FOUND);
-            ULARGE_INTEGER bytes, plain;
-            EXPECT_EQ(Jw32FreeDiskSpace("O:", &bytes), 1);
-            EXPECT_EQ(script.texts().back(), "GetDiskFreeSpaceA(\"O:\\\")");
-            EXPECT_EQ(bytes.QuadPart, 512u * 8 * 1000);
-            EXPECT_EQ(Jw32FreeDiskSpace("P:\\a", &bytes), 1);
-            EXPECT_EQ(bytes.QuadPart, 6'000'000'000 / 4096 * 4096);
-            EXPECT_EQ(script.count("LoadLibraryA"), 1u);
-            EXPECT_EQ(Jw32FreeDiskSpaceC("P:\\", &plain), 1);
-            EXPECT_EQ(plain.QuadPart, bytes.QuadPart);
-            EXPECT_EQ(script.count("GetProcAddress"), moduleComes ? 2u : 1u) << "one each";
-            Triple triple;
-            EXPECT_EQ(triple.of(Jw32FreeDiskSpace, "Q:\\", &bytes), 0);
-            EXPECT_TRUE(triple.tells(ERROR_PATH_NOT_FOUND)) << triple;
-            EXPECT_EQ(Jw32FreeDiskSpaceC("Q:\\", &bytes), 0);
-        });
+// All four operations are asked, and the two in bytes once more.
+void ask(bool moduleComes, bool hasEntry, std::uint64_t free, DWORD freeMegabytes) {
+    machine::Script script;
+    if (!moduleComes) script.fail("LoadLibraryA", ERROR_MOD_NOT_FOUND, 0);
+    if (!hasEntry) script.missing("kernel32.dll", "GetDiskFreeSpaceExA");
+    const bool tellsBytes = moduleComes && hasEntry;
+    ULARGE_INTEGER bytes, plain;
+    DWORD megabytes, plainMegabytes;
+    EXPECT_EQ(Jw32FreeDiskSpace("K:", &bytes) + Jw32FreeDiskSpaceC("K:\\a", &plain), 2);
+    EXPECT_EQ(Jw32FreeDiskSpaceMB("K:", &megabytes) + Jw32FreeDiskSpaceMBC("K:", &plainMegabytes),
+              2);
+    EXPECT_EQ(bytes.QuadPart, tellsBytes ? free : free / 4096 * 4096);
+    EXPECT_EQ(plain.QuadPart, bytes.QuadPart);
+    EXPECT_EQ(megabytes, freeMegabytes) << free;
+    EXPECT_EQ(plainMegabytes, freeMegabytes) << free;
+    EXPECT_EQ(reported(Jw32FreeDiskSpace, "Q:", &bytes), Report(0, ERROR_PATH_NOT_FOUND));
+    EXPECT_EQ(Jw32FreeDiskSpaceC("Q:", &plain), 0);
+    EXPECT_EQ(script.texts().back(),
+              tellsBytes ? R"(GetDiskFreeSpaceExA("Q:"))" : R"(GetDiskFreeSpaceA("Q:\"))");
+    EXPECT_EQ(script.count("LoadLibraryA"), 2u) << "one each";
+}
+
+TEST(FreeSpaceLookup, IsNotRepeatedAndClustersAreCountedWithoutTheCall) {
+    const std::pair<std::uint64_t, DWORD> rows[] = {
+        {0, 0}, {1'048'575, 0}, {1'048'576, 1}, {2'097'151, 1}, {6'000'000'000, 5722}};
+    for (const auto& [bytes, megabytes] : rows) {
+        const machine::Installed installed(withFree(bytes));
+        runInChild([&] { ask(true, true, bytes, megabytes); });
+        runInChild([&] { ask(true, false, bytes, megabytes); });
+        runInChild([&] { ask(false, true, bytes, megabytes); });
     }
-}
-
-TEST(FreeSpaceLookup, CountsWhatFilesLeaveAndRoundsMegabytesDown) {
-    const machine::Installed installed(withDrives());
-    runInChild([] {
-        char path[] = "K:";
-        for (const auto& capacity : capacities) {
-            DWORD megabytes = 7, plain = 7;
-            EXPECT_EQ(Jw32FreeDiskSpaceMB(path, &megabytes), 1) << path;
-            EXPECT_EQ(Jw32FreeDiskSpaceMBC(path, &plain), 1) << path;
-            EXPECT_EQ(megabytes, capacity.megabytes) << path;
-            EXPECT_EQ(plain, capacity.megabytes) << path;
-            ++path[0];
-        }
-        const auto file = machine::current().drives.back().folder + "/file";
-        std::ofstream(file) << std::string(96'000, 'x');
-        ULARGE_INTEGER bytes;
-        EXPECT_EQ(Jw32FreeDiskSpace("O:", &bytes), 1);
-        EXPECT_EQ(bytes.QuadPart, 4'000'000u);
-        std::filesystem::remove(file);
-    });
-}
-
-TEST(FreeSpaceLookup, FailuresAreReported) {
-    const auto inBytes = [](Triple& t) {
-        ULARGE_INTEGER bytes;
-        return Outcome{!t.of(Jw32FreeDiskSpace, "C:\\", &bytes)};
-    };
-    const auto inMegabytes = [](Triple& t) {
-        DWORD megabytes;
-        return Outcome{!t.of(Jw32FreeDiskSpaceMB, "C:\\", &megabytes)};
-    };
-    runInChild([&] {
-        Triple first;  // the lookup is made once and leaves its module loaded
-        EXPECT_FALSE(inBytes(first).failed);
-        sweepFailures({"Jw32FreeDiskSpace", [&] { return inBytes; }, {}, {{"_splitpath_s", 0}}});
-        sweepFailures({"Jw32FreeDiskSpaceMB", [&] { return inMegabytes; }});
-    });
 }
 
 }  // namespace

@@ -1,22 +1,36 @@
-// Which platform calls the questions about paths make, and what drives of other kinds answer.
+// Which platform calls the operations on paths, folders and temporary names make, and what comes
+// of the failures of these calls.
 #include <atlexcept.h>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
+#include <jw32/directory_links.h>
+#include <jw32/folders.h>
 #include <jw32/paths.h>
-#include <windows.h>
+#include <jw32/temporary_files.h>
+#include <shlobj.h>
 
+#include <filesystem>
+
+#include "machine/machine.h"
 #include "paths/calls.h"
+#include "support/scratch_drives.h"
+#include "support/temporary_variables.h"
+#include "support/triple.h"
 
 namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
 
 TEST(Device, IsAskedUnderAQuietErrorMode) {
     const UINT former = SetErrorMode(4);
     machine::Script script;
     script.answer("GetVolumeInformationW", 77);
     EXPECT_EQ(Jw32DeviceIsReady("A:\\"), 77);
-    EXPECT_EQ(callsOf(script), R"(
-SetErrorMode(1)
-GetVolumeInformationW("A:\", pointer, 260, null, pointer, pointer, pointer, 260)
-SetErrorMode(4))");
+    EXPECT_EQ(
+        callsOf(script),
+        R"(SetErrorMode(1) GetVolumeInformationW("A:\", pointer, 260, null, pointer, pointer, )"
+        R"(pointer, 260) SetErrorMode(4) )");
     script.fail("MultiByteToWideChar", ERROR_NO_UNICODE_TRANSLATION);
     EXPECT_THROW(Jw32DeviceIsReady("A:\\"), CAtlException);
     EXPECT_EQ(SetErrorMode(former), 4u) << "it is not set again";
@@ -26,12 +40,12 @@ TEST(Path, OnADriveOfEachKindIsJudgedByIt) {
     for (UINT kind = DRIVE_UNKNOWN; kind <= DRIVE_RAMDISK; ++kind) {
         machine::Script script;
         script.answer("GetDriveTypeA", kind);
-        const bool isRemovable = kind == DRIVE_REMOVABLE;
-        for (const bool accepted : {false, true}) {
-            const int valid = kind > DRIVE_NO_ROOT_DIR && (accepted || !isRemovable) ? 1 : 0;
+        const int isRemovable = kind == DRIVE_REMOVABLE, isDrive = kind > DRIVE_NO_ROOT_DIR;
+        for (const int accepted : {0, 1}) {
+            const int valid = isDrive && (accepted || !isRemovable);
             int removable = 7;
             EXPECT_EQ(Jw32PathIsValid("A:\\a", accepted, &removable), valid) << kind;
-            EXPECT_EQ(removable, isRemovable ? 1 : 0) << kind;
+            EXPECT_EQ(removable, isRemovable) << kind;
             EXPECT_EQ(Jw32PathIsValid("A:\\a", accepted, nullptr), valid) << kind;
         }
     }
@@ -39,33 +53,213 @@ TEST(Path, OnADriveOfEachKindIsJudgedByIt) {
 
 TEST(Path, IsAskedAboutOnlyAsFarAsNeeded) {
     machine::Script script;
-    EXPECT_EQ(Jw32PathIsValid("\\\\server\\share", 0, nullptr), 1);
+    EXPECT_EQ(Jw32PathIsValid("\\\\s\\share", 0, nullptr), 1);
     EXPECT_EQ(Jw32PathIsValid("C:\\a\\..\\b", 0, nullptr), 1);
     EXPECT_EQ(Jw32PathIsEqual("C:\\a", "D:\\a"), 0);
     script.fail("PathCanonicalizeA", ERROR_INVALID_PARAMETER);
     EXPECT_EQ(Jw32PathIsValid("C:\\c", 0, nullptr), 0) << "without a canonical form";
-    EXPECT_EQ(callsOf(script), R"(
-PathCanonicalizeA("\\server\share")
-PathIsUNCW("\\server\share")
-PathCanonicalizeA("\\server\share")
-PathCanonicalizeA("C:\a\..\b")
-PathIsUNCW("C:\b")
-PathStripToRootA("C:\b")
-GetDriveTypeA("C:\")
-PathCanonicalizeA("C:\a\..\b")
-PathAddBackslashA("C:\a")
-PathAddBackslashA("D:\a")
-PathIsSameRootW("C:\a\", "D:\a\")
-PathCanonicalizeA("C:\c"))");
+    EXPECT_EQ(callsOf(script),
+              R"(PathCanonicalizeA("\\s\share") PathIsUNCW("\\s\share") )"
+              R"(PathCanonicalizeA("\\s\share") PathCanonicalizeA("C:\a\..\b") PathIsUNCW("C:\b") )"
+              R"(PathStripToRootA("C:\b") GetDriveTypeA("C:\") PathCanonicalizeA("C:\a\..\b") )"
+              R"(PathAddBackslashA("C:\a") PathAddBackslashA("D:\a") )"
+              R"(PathIsSameRootW("C:\a\", "D:\a\") PathCanonicalizeA("C:\c") )");
+    script.answer("GetShortPathNameA", 5);
+    EXPECT_EQ(Jw32PathIsEqual("C:\\a\\b", "c:\\A\\B"), 1) << "without a short form";
 }
 
-TEST(Path, IsComparedByItsTextWhereTheShortFormIsTooLongOrEmpty) {
-    for (const std::uintptr_t length : {0u, 5u, 260u}) {
+TEST(ModulePath, IsThatOfTheBareDriveForAModuleInItsRoot) {
+    auto machine = machine::current();
+    const auto program = std::filesystem::canonical("/proc/self/exe");
+    machine.drives.push_back({.letter = 'M', .folder = program.parent_path().string()});
+    const machine::Installed installed(machine);
+    const machine::Script script;
+    char buffer[MAX_PATH] = "";
+    EXPECT_EQ(Jw32GetModulePath(nullptr, buffer, MAX_PATH), 1);
+    EXPECT_STREQ(buffer, "M:");
+    EXPECT_EQ(callsOf(script), "GetModuleFileNameA(null, 260) ");
+}
+
+TEST(FolderPath, IsAskedOfTheModulesInOrder) {
+    // The counts are those of modules loaded, questions, and modules released.
+    const auto asks = [](int result, const std::vector<unsigned>& counts, int missing,
+                         auto arrange) {
+        char buffer[MAX_PATH] = "text";
         machine::Script script;
-        script.answer("GetShortPathNameA", length);
-        EXPECT_EQ(Jw32PathIsEqual("C:\\a\\b", "c:\\A\\B"), 1) << length;
-        EXPECT_EQ(Jw32PathIsEqual("C:\\a\\b", "C:\\a\\c"), 0) << length;
+        arrange(script);
+        if (missing > 0) script.missing("shell32.dll", "SHGetFolderPathA");
+        if (missing > 1) script.missing("shfolder.dll", "SHGetFolderPathA");
+        EXPECT_EQ(Jw32GetFolderPath(CSIDL_PERSONAL, buffer, MAX_PATH), result);
+        const auto asked = script.count("SHGetFolderPathA");
+        const std::vector made = {script.count("LoadLibraryA"), asked, script.count("FreeLibrary")};
+        EXPECT_EQ(made, counts) << callsOf(script);
+        EXPECT_TRUE(asked > 0 || buffer == std::string("text")) << buffer;
+        return callsOf(script);
+    };
+    const auto calls = asks(1, {2, 2, 2}, 1, [](auto& script) {
+        script.answer("SHGetFolderPathA", S_FALSE, 1);
+        script.fail("CreateDirectoryW", ERROR_ACCESS_DENIED, 0);
+    });
+    const char* const expected =
+        R"(LoadLibraryA("Shell32.dll") GetProcAddress(pointer, "SHGetFolderPathA") )"
+        R"(FreeLibrary(pointer) LoadLibraryA("SHFolder.dll") )"
+        R"(GetProcAddress(pointer, "SHGetFolderPathA") )"
+        R"(SHGetFolderPathA(null, 32773, null, 0, pointer) )"
+        R"(SHGetFolderPathA(null, 32773, null, 1, pointer) FreeLibrary(pointer) PathAddBackslashA()";
+    EXPECT_THAT(calls, StartsWith(expected));
+    EXPECT_THAT(calls, HasSubstr("CreateDirectoryW"));
+    asks(0, {2, 0, 2}, 2, [](auto&) {});
+    asks(0, {2, 0, 1}, 1, [](auto& script) { script.fail("LoadLibraryA", 126, 2); });
+    asks(0, {1, 0, 0}, 0, [](auto& script) { script.fail("LoadLibraryA", 126); });
+    asks(1, {1, 2, 1}, 0, [](auto& script) { script.fail("SHGetFolderPathA", 0); });
+    asks(0, {1, 2, 1}, 0, [](auto& script) { script.answer("SHGetFolderPathA", S_FALSE); });
+    asks(0, {1, 1, 1}, 0, [](auto& script) { script.answer("SHGetFolderPathA", 2); });
+}
+
+std::string temporaryDirectory() {
+    char buffer[300] = "former";
+    const DWORD length = Jw32TempDirectory(buffer, sizeof buffer);
+    EXPECT_EQ(length, std::strlen(buffer));
+    return buffer;
+}
+
+TEST(TemporaryDirectory, OfTheEnvironmentIsGivenInItsLongFormWhereThereIsOne) {
+    const TemporaryVariables kept;
+    kept.set("", "C:\\a");
+    machine::Script script;
+    EXPECT_EQ(temporaryDirectory(), "C:\\a");
+    EXPECT_EQ(callsOf(script),
+              R"(_dupenv_s("TMP") _dupenv_s("TEMP") _putenv("TMP=C:\a") )"
+              R"(LoadLibraryA("Kernel32.dll") GetProcAddress(pointer, "GetLongPathNameA") )"
+              R"(GetLongPathNameA("C:\a", 520) FreeLibrary(pointer) )");
+    script.answer("GetLongPathNameA", 520);
+    EXPECT_EQ(temporaryDirectory(), "C:\\a") << "the long form does not fit";
+    script.missing("kernel32.dll", "GetLongPathNameA");
+    EXPECT_EQ(temporaryDirectory(), "C:\\a") << "the entry is missing";
+    script.fail("LoadLibraryA", ERROR_MOD_NOT_FOUND);
+    EXPECT_EQ(temporaryDirectory(), "") << "the module is missing";
+}
+
+TEST(TemporaryDirectory, OfItsOwnNeedsASystemDirectoryAndRoom) {
+    const TemporaryVariables kept;
+    kept.set("", "");
+    machine::Script script;
+    script.answer("GetSystemDirectoryA", 0, 1);
+    EXPECT_EQ(temporaryDirectory(), "") << "there is no system directory";
+    script.fail("CreateDirectoryW", ERROR_ACCESS_DENIED, 0);  // it is used even if it is not made
+    for (const unsigned length : {0u, 260u}) {
+        auto machine = machine::current();
+        machine.windowsDirectory = "C:\\" + std::string(length == 0 ? 243 : 242, 'w');
+        const machine::Installed installed(machine);
+        EXPECT_EQ(temporaryDirectory().size(), length);
+        EXPECT_EQ(kept.get("TMP").size(), length);
     }
+    const auto own = kept.get("TMP") + "\") ";
+    EXPECT_THAT(callsOf(script), EndsWith(") _putenv(\"TMP=" + own + "_putenv(\"TEMP=" + own));
+}
+
+TEST(TemporaryName, IsHandedOnWhereThereIsOneThatFits) {
+    const std::string folder(260, 'd'), n(256, 'n');
+    std::string buffer(8, 'x');
+    machine::Script script;
+    const auto creates = [&script](const std::string& name) {
+        script.answer("_tempnam", reinterpret_cast<std::uintptr_t>(strdup(name.c_str())), 1);
+        return reported(Jw32CreateTempFile, "C:\\a", "p", GENERIC_WRITE, CREATE_NEW,
+                        FILE_FLAG_DELETE_ON_CLOSE, FILE_SHARE_READ);
+    };
+    EXPECT_EQ(creates("Q:\\n" + n), Report(INVALID_HANDLE_VALUE, Triple().code)) << "is too long";
+    EXPECT_EQ(creates("Q:\\" + n), Report(INVALID_HANDLE_VALUE, ERROR_PATH_NOT_FOUND));
+    EXPECT_THAT(callsOf(script),
+                StartsWith(R"(_tempnam("C:\a", "p") _tempnam("C:\a", "p") CreateFileW("Q:\)" + n +
+                           R"(", 1073741824, 1, null, 1, 67108864, null) )"));
+    script.fail("_tempnam", ERROR_NOT_ENOUGH_MEMORY);
+    EXPECT_EQ(Jw32TempFilename(buffer.data(), 8, (folder + "dd").c_str(), nullptr), 0u);
+    EXPECT_EQ(buffer, std::string(8, '\0'));
+    EXPECT_EQ(script.texts().back(), "_tempnam(\"" + folder + "\", null)");
+}
+
+class DirectoryLinkCalls : public ScratchDrives {
+  protected:
+    ~DirectoryLinkCalls() override { removeTree(link); }
+    static int make(const std::string& target, int dryRun = 0, const std::string& from = link) {
+        return Jw32MakeDirectoryLink(from.c_str(), target.c_str(), dryRun);
+    }
+    inline static const std::string link = "C:\\link";
+};
+
+// The tag, the length of the data, and offsets and lengths of the names; then the name of the
+// target, in characters of 16 bits.
+const std::string sent =
+    "DeviceIoControl(pointer, 589988, 030000a0200000000000140016000000"
+    "5c003f003f005c0044003a005c0061006200630000000000, 40, null, 0, pointer, null) ";
+
+TEST_F(DirectoryLinkCalls, AreMadeInOrder) {
+    machine::Script script;
+    EXPECT_EQ(make("D:\\abc"), 1);
+    EXPECT_EQ(
+        callsOf(script),
+        R"(GetVolumeInformationW("C:\", null, 0, null, pointer, pointer, null, 0) )"
+        R"(LoadLibraryA("Kernel32.dll") GetProcAddress(pointer, "GetFullPathNameW") )"
+        R"(GetFullPathNameW("D:\abc", 260) GetFullPathNameW("C:\link", 260) FreeLibrary(pointer) )"
+        R"(CreateDirectoryW("C:\link", null) GetFileAttributesW("C:\link") )"
+        R"(CreateFileW("C:\link", 1073741824, 0, null, 3, 35651584, null) )" +
+            sent + "CloseHandle(pointer) ");
+    removeTree(link);
+    EXPECT_EQ(make("D:\\abc", 7), 1);
+    EXPECT_THAT(callsOf(script),
+                EndsWith(R"(null) CloseHandle(pointer) RemoveDirectoryW("C:\link") )"));
+    EXPECT_EQ(script.count("DeviceIoControl"), 1u) << "a dry run sends nothing";
+}
+
+TEST_F(DirectoryLinkCalls, NameTheTargetToTheByte) {
+    const std::pair<std::string, std::string> rows[] = {
+        {"D:\\abc\\", sent},
+        {"D:\\.\\a\\..\\abc", sent},
+        {"D:\\", "030000a01a00000000000e00100000005c003f003f005c0044003a005c0000000000, 34, "},
+        {"D:\\" + std::string(252, 'x'), "030000a01202000000000602080200005c00"},
+    };
+    for (const auto& [target, text] : rows) {
+        machine::Script script;
+        EXPECT_EQ(make(target), 1) << target;
+        EXPECT_THAT(callsOf(script), HasSubstr(text)) << target;
+        removeTree(link);
+    }
+}
+
+TEST_F(DirectoryLinkCalls, ThatFailLeaveWhatTheyShould) {
+    for (const std::string call :
+         {"GetVolumeInformationW", "LoadLibraryA", "GetProcAddress", "GetFullPathNameW",
+          "CreateDirectoryW", "GetFileAttributesW", "CreateFileW", "DeviceIoControl"}) {
+        const bool isLate = call == "GetFileAttributesW" || call == "CreateFileW";
+        for (const bool stood : {false, true}) {
+            if (stood) Jw32DirectoryCreate(link.c_str());
+            machine::Script script;
+            script.fail(call, ERROR_GEN_FAILURE);
+            EXPECT_EQ(make("D:\\abc"), 0) << call;
+            EXPECT_EQ(exists(link), stood || isLate) << call;
+            removeTree(link);
+        }
+    }
+    machine::Script script;
+    script.fail("MultiByteToWideChar", ERROR_GEN_FAILURE, 2);
+    EXPECT_THROW(make("D:\\abc"), CAtlException);
+}
+
+TEST_F(DirectoryLinkCalls, NeedAVolumeThatHasLinksAndPathsThatFit) {
+    machine::Script script;
+    EXPECT_EQ(make("D:\\" + std::string(253, 'x')), 0) << "the name does not fit";
+    EXPECT_EQ(make("D:\\" + std::string(259, 'x')), 0) << "the target does not fit";
+    script.answer("GetFullPathNameW", 260, 2);
+    EXPECT_EQ(make("D:\\abc"), 0) << "the link does not fit";
+    auto machine = machine::current();
+    for (auto& drive : machine.drives) drive.fileSystemFlags &= ~0x80U;
+    const machine::Installed installed(machine);
+    EXPECT_EQ(make("D:\\abc"), 0) << "the volume has no links";
+    for (const unsigned length : {258u, 259u}) make("D:\\", 0, std::string(length, 'x') + "\\a");
+    EXPECT_EQ(script.count("GetVolumeInformationW"), 5u) << "or the root does not fit";
+    make("D:\\", 0, R"(\\server\share\link)");
+    EXPECT_THAT(script.texts().back(), StartsWith(R"(GetVolumeInformationW("\",)"));
+    EXPECT_EQ(script.count("CreateDirectoryW"), 0u);
 }
 
 }  // namespace
