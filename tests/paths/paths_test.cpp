@@ -1,10 +1,17 @@
-// Rules for names and questions about paths, in both builds.
+// Names, paths, folders, temporary names and files, and directory links, in both builds.
 #include <gtest/gtest.h>
+#include <jw32/directory_links.h>
 #include <jw32/file_names.h>
+#include <jw32/folders.h>
 #include <jw32/paths.h>
+#include <jw32/temporary_files.h>
+#include <shlobj.h>
 #include <shlwapi.h>
 
+#include "contract/wine.h"
 #include "support/scratch_drives.h"
+#include "support/temporary_variables.h"
+#include "support/triple.h"
 
 namespace {
 
@@ -25,8 +32,7 @@ void compares(Question* question, std::initializer_list<std::string> equal,
     };
     for (const auto& pair : equal) EXPECT_TRUE(ask(pair)) << pair;
     for (const auto& pair : different) EXPECT_FALSE(ask(pair)) << pair;
-    EXPECT_EQ(question("C:\\a", nullptr), 0) << "the second is null";
-    EXPECT_EQ(question(nullptr, "C:\\a"), 0) << "the first is null";
+    EXPECT_EQ(question("C:\\a", nullptr) + question(nullptr, "C:\\a"), 0) << "null";
 }
 
 TEST(FileName, IsValidByItsCharactersAlone) {
@@ -51,7 +57,6 @@ TEST(FileName, HasWhatTheMaskDoesNotAllowReplaced) {
     EXPECT_EQ(replaced("a?*c", any, '_'), Result("a__c", 2));
     EXPECT_EQ(replaced("a?*c", any | GCT_WILD, '_'), Result("a?*c", 0));
     EXPECT_EQ(replaced(" a,b;", GCT_SHORTCHAR, '_'), Result("_a_b_", 3));
-    EXPECT_EQ(replaced("ab", 0, '?'), Result("??", 2));
     EXPECT_EQ(replaced("?a?", any, '\0'), Result(std::string("\0a\0", 3), 2));
     EXPECT_EQ(Jw32ReplaceInvalidFilenameCharacters(nullptr, '_', any), 0u);
 }
@@ -73,12 +78,13 @@ TEST(Drive, IsEqualByTheRootAlone) {
 }
 
 TEST(Path, IsEqualByTheTextWhereNothingExists) {
-    const auto longest = "Q:\\" + std::string(252, 'n'), tooLong = "Q:\\" + std::string(256, 'n');
+    const std::string longest(252, 'n'), n(256, 'n');
     compares(
         Jw32PathIsEqual,
-        {"Q:\\D\\M|q:\\d\\m", "Q:\\a\\m|Q:\\a\\m.", "Q:|Q:\\", "Q:\\|Q:", longest + "|" + longest},
+        {"Q:\\D\\M|q:\\d\\m", "Q:\\a\\m|Q:\\a\\m.", "Q:|Q:\\",
+         "Q:\\|Q:", "Q:\\" + longest + "|Q:\\" + longest},
         {"Q:\\a\\m|Q:\\a\\m.t", "Q:\\a|Q:\\a\\", "Q:\\a\\m|Q:\\b\\m", "Q:\\.\\b|Q:\\b",
-         "Q:\\a|D:\\a", "a\\b|a\\b", tooLong + "|" + tooLong});
+         "Q:\\a|D:\\a", "a\\b|a\\b", "Q:\\" + n + "|Q:\\" + n, "Q:\\a\\" + n + "|Q:\\a\\" + n});
 }
 
 using PathOfAFile = ScratchDrives;
@@ -108,11 +114,140 @@ TEST(Path, IsValidByItsFormAndItsDrive) {
 }
 
 TEST(Device, IsReadyWhereItsVolumeAnswers) {
-    const UINT former = SetErrorMode(SEM_FAILCRITICALERRORS | 2);
     EXPECT_NE(Jw32DeviceIsReady("C:\\"), 0);
     EXPECT_EQ(Jw32DeviceIsReady("Q:\\"), 0);
     EXPECT_NE(Jw32DeviceIsReady(nullptr), 0);
-    EXPECT_EQ(SetErrorMode(former), UINT{SEM_FAILCRITICALERRORS | 2}) << "it is not set again";
+}
+
+TEST(ModulePath, IsAWholeFolderWithoutALastBackslash) {
+    char path[MAX_PATH] = "", buffer[MAX_PATH] = "text";
+    EXPECT_EQ(Jw32GetModulePath(static_cast<HINSTANCE>(INVALID_HANDLE_VALUE), buffer, MAX_PATH), 0);
+    EXPECT_EQ(Jw32GetModulePath(nullptr, buffer, 0) + Jw32GetModulePath(nullptr, nullptr, 9), 0);
+    EXPECT_STREQ(buffer, "text");
+    GetModuleFileNameA(nullptr, path, MAX_PATH);
+    const auto folder = std::string(path).substr(0, std::string(path).rfind('\\'));
+    const auto length = static_cast<unsigned>(folder.size());
+    EXPECT_EQ(Jw32GetModulePath(nullptr, buffer, length), 0);
+    EXPECT_STREQ(buffer, "") << "it does not fit";
+    EXPECT_EQ(Jw32GetModulePath(nullptr, buffer, length + 1), 1);
+    EXPECT_EQ(buffer, folder);
+    EXPECT_EQ(Jw32GetModulePath(reinterpret_cast<HINSTANCE>(path), buffer, MAX_PATH), 0);
+}
+
+TEST(FolderPath, IsThatOfAKnownFolderWithALastBackslash) {
+    char buffer[MAX_PATH] = "text";
+    EXPECT_EQ(Jw32GetFolderPath(CSIDL_PERSONAL, buffer, MAX_PATH - 1), 0);
+    EXPECT_STREQ(buffer, "text");
+    EXPECT_EQ(Jw32GetFolderPath(CSIDL_PERSONAL, buffer, MAX_PATH), 1);
+    EXPECT_EQ(std::string(buffer).back(), '\\') << buffer;
+    EXPECT_TRUE(Jw32DirectoryExist(buffer)) << buffer;
+    EXPECT_EQ(Jw32GetFolderPath(CSIDL_DRIVES, buffer, MAX_PATH), 0);
+}
+
+class Temporary : public ScratchDrives {
+  protected:
+    using Pair = std::pair<std::string, std::string>;  // of TMP and TEMP
+
+    // The text that comes of the variables, and what they are afterwards.
+    void gives(const Pair& before, const std::string& text, const Pair& after) {
+        char buffer[600] = "";
+        kept_.set(before.first, before.second);
+        for (const char* const time : {"the first time", "the second time"}) {
+            EXPECT_EQ(Jw32TempDirectory(buffer, sizeof buffer), text.size()) << time;
+            EXPECT_EQ(buffer, text) << time;
+            EXPECT_EQ(Pair(kept_.get("TMP"), kept_.get("TEMP")), after) << time;
+        }
+    }
+    TemporaryVariables kept_;
+};
+
+TEST_F(Temporary, DirectoryCompletesTheEnvironment) {
+    const auto longForm = c("A rather long name"), other = c("other");
+    char shortForm[MAX_PATH] = "", system[MAX_PATH] = "";
+    Jw32DirectoryCreate(longForm.c_str());
+    ASSERT_GT(GetShortPathNameA(longForm.c_str(), shortForm, MAX_PATH), 0u);
+    gives({shortForm, other}, longForm, {shortForm, other});
+    gives({"", shortForm}, longForm, {shortForm, shortForm});
+    gives({"Q:\\no\\", ""}, "Q:\\no\\", {"Q:\\no\\", ""});
+    GetSystemDirectoryA(system, MAX_PATH);
+    const auto own = system + std::string("\\~Temp");
+    gives({"", ""}, own, {own, own});
+    EXPECT_TRUE(exists(own));
+    removeTree(own);
+}
+
+TEST_F(Temporary, DirectoryIsCutTo520BytesAndAnAssignmentIsNot) {
+    const auto fits = "Q:\\" + std::string(513, 'a'), tooLong = fits + "b";
+    gives({"", fits}, fits, {fits, fits});
+    gives({"", tooLong}, tooLong, {"", tooLong});
+    gives({tooLong + "cdefg", ""}, tooLong + "cde", {tooLong + "cdefg", ""});
+}
+
+TEST_F(Temporary, TextsAreCutToTheBufferAndTheirLengthIsTold) {
+    const std::string text = "Q:\\some\\where\\deep_";  // 19 bytes
+    kept_.set(text, "");
+    for (const DWORD size : {1u, 19u, 20u, 40u}) {
+        std::string buffer(48, 'x'), expected = text.substr(0, size - 1);
+        expected.resize(size);
+        EXPECT_EQ(Jw32TempDirectory(buffer.data(), size), text.size());
+        EXPECT_EQ(buffer, expected + std::string(48 - size, 'x')) << size;
+    }
+    kept_.set("", "");
+    char cut[] = "former";
+    EXPECT_GT(Jw32TempFilename(cut, 5, d().c_str(), "jwt"), d("jwt").size());
+    EXPECT_EQ(kept_.get("TMP"), "") << "a given directory is no matter of the environment";
+    EXPECT_EQ(Jw32TempDirectory(cut, 0) + Jw32TempDirectory(nullptr, 9), 0u);
+    EXPECT_EQ(Jw32TempFilename(cut, 0, "", "") + Jw32TempFilename(nullptr, 9, "", ""), 0u);
+    EXPECT_EQ(cut, d().substr(0, 4));
+}
+
+TEST_F(Temporary, FileIsMadeInTheTemporaryDirectory) {
+    kept_.set("", c());
+    const auto made = reported(Jw32CreateTempFile, nullptr, "jwt", GENERIC_WRITE, CREATE_NEW,
+                               FILE_FLAG_DELETE_ON_CLOSE, 0);
+    EXPECT_EQ(made, Report(made.result));
+    EXPECT_EQ(Jw32FileWrite(made.result, "text", 4), 1);
+    EXPECT_EQ(Jw32FileFind(c("jwt*").c_str()), 1) << "it is elsewhere";
+    CloseHandle(made.result);
+    EXPECT_EQ(Jw32FileFind(c("jwt*").c_str()), 0) << "it stays";
+}
+
+using DirectoryLink = ScratchDrives;
+
+TEST_F(DirectoryLink, NeedsALinkOnAnAbsolutePathAndATarget) {
+    const auto link = c("link"), below = c("missing\\link");
+    const char *const at = link.c_str(), *const deep = below.c_str();
+    const std::pair<const char*, const char*> rows[] = {{nullptr, at}, {"", at},     {at, nullptr},
+                                                        {at, ""},      {"link", at}, {"a\\b", at},
+                                                        {"Q:\\a", at}, {deep, at}};
+    for (const auto& [from, to] : rows) {
+        EXPECT_EQ(Jw32MakeDirectoryLink(from, to, 0) + Jw32MakeDirectoryLink(from, to, 1), 0)
+            << from << " to " << to;
+    }
+    EXPECT_FALSE(exists(link) || exists(c("missing")));
+}
+
+// Known difference: the volumes of Wine have no reparse points.
+TEST_F(DirectoryLink, IsTriedOutAndMadeWhereTheVolumeHasLinks) {
+    const int made = onWine() ? 0 : 1;
+    const auto make = [this](const char* link, const std::string& target, int dryRun = 0) {
+        return Jw32MakeDirectoryLink(c(link).c_str(), target.c_str(), dryRun);
+    };
+    Jw32DirectoryCreate(c("empty").c_str());
+    EXPECT_EQ(make("empty", c(), 1) + make("link", c(), 7), 2 * made);
+    EXPECT_EQ(attributes(c("empty")), DWORD{FILE_ATTRIBUTE_DIRECTORY}) << "after a dry run";
+    EXPECT_FALSE(exists(c("link"))) << "after a dry run";
+    EXPECT_EQ(make("empty", "D:\\") + make("link", c("target\\")), 2 * made);
+    EXPECT_EQ(exists(c("link")), !onWine());
+    if (onWine()) GTEST_SKIP() << "the volume has no links";
+    EXPECT_EQ(make("link", d()) + make("link", d(), 1), 0) << "it is a link already";
+    EXPECT_NE(attributes(c("link")) & FILE_ATTRIBUTE_REPARSE_POINT, 0u);
+    EXPECT_TRUE(exists(c("empty") + d().substr(2))) << "of a root";
+    Jw32DirectoryCreate(c("target").c_str());
+    write(c("link\\file"), "content");
+    removeTree(c("link"));
+    EXPECT_FALSE(exists(c("link")));
+    EXPECT_EQ(read(c("target\\file")), "content") << "it goes without its target";
 }
 
 }  // namespace
