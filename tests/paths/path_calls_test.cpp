@@ -141,17 +141,19 @@ TEST(TemporaryDirectory, OfTheEnvironmentIsGivenInItsLongFormWhereThereIsOne) {
 TEST(TemporaryDirectory, OfItsOwnNeedsASystemDirectoryAndRoom) {
     const TemporaryVariables kept;
     kept.set("", "");
+    auto machine = machine::current();
+    machine.windowsDirectory = "C:\\" + std::string(243, 'w');
+    const machine::Installed withoutRoom(machine);
     machine::Script script;
     script.answer("GetSystemDirectoryA", 0, 1);
-    EXPECT_EQ(temporaryDirectory(), "") << "there is no system directory";
+    script.answer("GetSystemDirectoryA", 3, 2);  // and leaves the array empty
+    for (const int time : {1, 2, 3}) EXPECT_EQ(temporaryDirectory(), "") << time;
+    const std::string asked = R"(_dupenv_s("TMP") _dupenv_s("TEMP") GetSystemDirectoryA(260) )";
+    EXPECT_EQ(callsOf(script), asked + asked + asked);
+    machine.windowsDirectory.pop_back();
+    const machine::Installed withRoom(machine);
     script.fail("CreateDirectoryW", ERROR_ACCESS_DENIED, 0);  // it is used even if it is not made
-    for (const unsigned length : {0u, 260u}) {
-        auto machine = machine::current();
-        machine.windowsDirectory = "C:\\" + std::string(length == 0 ? 243 : 242, 'w');
-        const machine::Installed installed(machine);
-        EXPECT_EQ(temporaryDirectory().size(), length);
-        EXPECT_EQ(kept.get("TMP").size(), length);
-    }
+    EXPECT_EQ(temporaryDirectory().size(), 260u);
     const auto own = kept.get("TMP") + "\") ";
     EXPECT_THAT(callsOf(script), EndsWith(") _putenv(\"TMP=" + own + "_putenv(\"TEMP=" + own));
 }
@@ -213,8 +215,7 @@ TEST_F(DirectoryLinkCalls, NameTheTargetToTheByte) {
         {"D:\\abc\\", sent},
         {"D:\\.\\a\\..\\abc", sent},
         {"D:\\", "030000a01a00000000000e00100000005c003f003f005c0044003a005c0000000000, 34, "},
-        {"D:\\" + std::string(252, 'x'), "030000a01202000000000602080200005c00"},
-    };
+        {"D:\\" + std::string(252, 'x'), "030000a01202000000000602080200005c00"}};
     for (const auto& [target, text] : rows) {
         machine::Script script;
         EXPECT_EQ(make(target), 1) << target;
