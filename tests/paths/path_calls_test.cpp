@@ -164,14 +164,14 @@ TEST(TemporaryName, IsHandedOnWhereThereIsOneThatFits) {
     machine::Script script;
     const auto creates = [&script](const std::string& name) {
         script.answer("_tempnam", reinterpret_cast<std::uintptr_t>(strdup(name.c_str())), 1);
-        return reported(Jw32CreateTempFile, "C:\\a", "p", GENERIC_WRITE, CREATE_NEW,
+        return reported(Jw32CreateTempFile, "C:\\a", "p", GENERIC_WRITE, OPEN_ALWAYS,
                         FILE_FLAG_DELETE_ON_CLOSE, FILE_SHARE_READ);
     };
     EXPECT_EQ(creates("Q:\\n" + n), Report(INVALID_HANDLE_VALUE, Triple().code)) << "is too long";
     EXPECT_EQ(creates("Q:\\" + n), Report(INVALID_HANDLE_VALUE, ERROR_PATH_NOT_FOUND));
     EXPECT_THAT(callsOf(script),
                 StartsWith(R"(_tempnam("C:\a", "p") _tempnam("C:\a", "p") CreateFileW("Q:\)" + n +
-                           R"(", 1073741824, 1, null, 1, 67108864, null) )"));
+                           R"(", 1073741824, 1, null, 4, 67108864, null) )"));
     script.fail("_tempnam", ERROR_NOT_ENOUGH_MEMORY);
     EXPECT_EQ(Jw32TempFilename(buffer.data(), 8, (folder + "dd").c_str(), nullptr), 0u);
     EXPECT_EQ(buffer, std::string(8, '\0'));
