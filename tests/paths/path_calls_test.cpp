@@ -195,11 +195,11 @@ const std::string sent =
 
 TEST_F(DirectoryLinkCalls, AreMadeInOrder) {
     machine::Script script;
-    EXPECT_EQ(make("D:\\abc"), 1);
+    EXPECT_EQ(make("D:\\abc", 0, "C:\\.\\link"), 1);
     EXPECT_EQ(callsOf(script),
               R"(GetVolumeInformationW("C:\", null, 0, null, pointer, pointer, null, 0) )"
               R"(LoadLibraryA("Kernel32.dll") GetProcAddress(pointer, "GetFullPathNameW") )"
-              R"(GetFullPathNameW("D:\abc", 260) GetFullPathNameW("C:\link", 260) )"
+              R"(GetFullPathNameW("D:\abc", 260) GetFullPathNameW("C:\.\link", 260) )"
               R"(FreeLibrary(pointer) CreateDirectoryW("C:\link", null) )"
               R"(GetFileAttributesW("C:\link") )"
               R"(CreateFileW("C:\link", 1073741824, 0, null, 3, 35651584, null) )" +
