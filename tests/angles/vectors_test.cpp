@@ -8,13 +8,9 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
-#include <functional>
-#include <map>
-#include <set>
-#include <sstream>
-#include <vector>
 
 #include "angles/rounding.h"
+#include "support/vectors.h"
 
 extern const char* const vectors;
 
@@ -26,8 +22,8 @@ using Function = std::function<std::string(const Numbers&)>;
 
 // Words among the arguments: ranges and units by their numbers.
 const std::map<std::string, double> words = {
-    {"none", 0}, {"positive", 1}, {"signed", 2}, {"free", 3},    {"rad", 0},
-    {"deg", 1},  {"gon", 2},      {"marked", 3}, {"unknown", 6},
+    {"none", 0}, {"positive", 1}, {"signed", 2},  {"free", 3},  {"rad", 0},   {"deg", 1},
+    {"gon", 2},  {"marked", 3},   {"unknown", 6}, {"plain", 4}, {"fixed", 5},
 };
 
 double numberOf(const std::string& word) {
@@ -139,12 +135,12 @@ std::string angleText(const Numbers& n) {
     const DWORD length =
         angle(n.at(1), n.at(0)).AngleToString(buffer.data(), 100, form, static_cast<int>(n.at(3)));
     EXPECT_EQ(length, std::strlen(buffer.c_str())) << buffer;
-    return buffer.c_str();
+    return '|' + buffer.substr(0, length) + '|';
 }
 
 std::string dmsTexts(const Numbers& n) {
     const auto form = [&n](double type) { return angleText({1, n.at(0), type, n.at(1)}); };
-    return form(3) + " | " + form(4) + " | " + form(5);
+    return form(3) + form(4) + form(5);
 }
 
 const std::map<std::string, Function> functions = {
@@ -186,20 +182,15 @@ const std::map<std::string, Function> functions = {
 };
 
 TEST(AnglesAndNumbers, HoldTheVectors) {
-    std::istringstream lines(vectors);
-    std::set<std::string> used;
-    for (std::string line, name, word; std::getline(lines, line);) {
-        if (line.empty() || line.starts_with('#')) continue;
-        SCOPED_TRACE(line);
-        const auto sign = line.find(" = ");
-        std::istringstream left(line.substr(0, sign));
-        left >> name;
-        Numbers arguments;
-        while (left >> word) arguments.push_back(numberOf(word));
-        EXPECT_EQ(functions.at(name)(arguments), line.substr(sign + 3));
-        used.insert(name);
+    Operations operations;
+    for (const auto& [name, function] : functions) {
+        operations[name] = [&function](const Words& arguments) {
+            Numbers numbers;
+            for (const auto& word : arguments) numbers.push_back(numberOf(word));
+            return function(numbers);
+        };
     }
-    EXPECT_EQ(used.size(), functions.size()) << "a function without a vector";
+    holdVectors(vectors, operations);
 }
 
 }  // namespace

@@ -1,0 +1,33 @@
+// Tests from a list. Each line names an operation and its arguments, separated by blanks and in
+// quotes where they hold blanks or nothing, and behind an equals sign what the operation gives.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <iomanip>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+using Words = std::vector<std::string>;
+using Operations = std::map<std::string, std::function<std::string(const Words&)>>;
+
+inline void holdVectors(const char* vectors, const Operations& operations) {
+    std::istringstream lines(vectors);
+    std::set<std::string> used;
+    for (std::string line, name, word; std::getline(lines, line);) {
+        if (line.empty() || line.starts_with('#')) continue;
+        SCOPED_TRACE(line);
+        const auto sign = line.find(" = ");
+        std::istringstream left(line.substr(0, sign));
+        left >> name;
+        Words arguments;
+        while (left >> std::quoted(word, '"', '\0')) arguments.push_back(word);
+        EXPECT_EQ(operations.at(name)(arguments), line.substr(sign + 3));
+        used.insert(name);
+    }
+    EXPECT_EQ(used.size(), operations.size()) << "an operation without a vector";
+}
