@@ -1,15 +1,10 @@
-// Conversions between code pages and wide text, and of numbers to digits.
+// Conversions between code pages and wide text.
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <cerrno>
-#include <cstdlib>
 #include <string>
-#include <tuple>
-#include <utility>
 
 #include "support/last_error.h"
-#include "wine.h"
 
 namespace {
 
@@ -61,22 +56,6 @@ TEST(CodePages, StandInForWhatTheyLack) {
     EXPECT_EQ(used, FALSE);
     EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, L"\xD800z", -1, narrow, 16, nullptr, nullptr), 5);
     EXPECT_STREQ(narrow, "\xEF\xBF\xBDz") << "half a pair";
-}
-
-TEST(DecimalDigits, RoundTiesAwayFromZero) {
-    char digits[64];
-    int point = 4711, sign = 4711;
-    const std::tuple<double, int, const char*, int, int> rows[] = {
-        {-3.14159, 4, "31416", 1, 1}, {0.125, 2, "13", 0, 0}, {0.001, 2, "", -2, 0},
-        {0.05, 3, "50", -1, 0},       {0.0, 3, "000", 0, 0},  {999.9996, 3, "1000000", 4, 0}};
-    for (const auto& [value, decimals, expected, expectedPoint, expectedSign] : rows) {
-        ASSERT_EQ(_fcvt_s(digits, sizeof digits, value, decimals, &point, &sign), 0);
-        EXPECT_STREQ(digits, expected) << value;
-        EXPECT_EQ(std::pair(point, sign), std::pair(expectedPoint, expectedSign)) << value;
-    }
-    if (onWine()) return;  // known difference: Wine never comes back from too small a buffer
-    EXPECT_EQ(_fcvt_s(digits, 3, 123.0, 2, &point, &sign), ERANGE);
-    EXPECT_STREQ(digits, "");
 }
 
 }  // namespace

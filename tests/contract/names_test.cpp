@@ -47,28 +47,6 @@ TEST_F(Names, MayHave255CharactersInAPartAnd259InAPath) {
     EXPECT_EQ(openCode("\\\\?\\" + path + "x"), noFile);
 }
 
-TEST(FullPath, IsMadeFromTheTextAlone) {
-    const struct {
-        const char *path, *full, *last;
-    } rows[] = {{"C:\\a\\..\\b", "C:\\b", "b"},
-                {"C:\\a\\.\\b\\", "C:\\a\\b\\", nullptr},
-                {"C:\\..\\..\\b", "C:\\b", "b"},
-                {"c:\\a. ", "c:\\a", "a"},
-                {"Q:x", "Q:\\x", "x"},
-                {"C:/a*b?\\\\c|d", "C:\\a*b?\\c|d", "c|d"},
-                {"\\\\server\\share\\..\\..\\b", "\\\\server\\share\\b", "b"},
-                {"\\\\?\\C:\\a\\..\\b", "\\\\?\\C:\\b", "b"},
-                {"C:\\a\\nul.txt", "\\\\.\\nul", nullptr},
-                {"com1:", "\\\\.\\com1", nullptr},
-                {"", "", ""}};
-    for (const auto& row : rows) {
-        char full[MAX_PATH] = "", *last = full;
-        EXPECT_EQ(GetFullPathNameA(row.path, sizeof full, full, &last), std::strlen(row.full));
-        EXPECT_STREQ(full, row.full);
-        EXPECT_STREQ(last, row.last) << row.path;
-    }
-}
-
 TEST_F(Names, HaveAShortFormThatLeadsToTheSameFile) {
     char text[MAX_PATH] = "", cut[5] = "";
     const auto path = c("a LONG folder name\\inner FILE.text");
