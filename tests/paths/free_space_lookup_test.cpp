@@ -54,7 +54,6 @@ TEST(FreeSpaceLookup, IsMadeOnceForEachCountAndClustersAreCountedWithoutTheCall)
     const std::pair<std::uint64_t, DWORD> rows[] = {
         {0, 0}, {1'048'575, 0}, {1'048'576, 1}, {2'097'151, 1}, {6'000'000'000, 5722}};
     for (const auto& [bytes, megabytes] : rows) {
-        SCOPED_TRACE(bytes);
         const machine::Installed installed(withFree(bytes));
         EXPECT_EXIT(ask(true, true, bytes, megabytes), testing::ExitedWithCode(0), "");
         EXPECT_EXIT(ask(true, false, bytes, megabytes), testing::ExitedWithCode(0), "");

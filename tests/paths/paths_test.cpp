@@ -1,22 +1,26 @@
-// Names, paths, folders, temporary names and files, and directory links, in both builds.
+// Names, paths, folders, temporary names and files, directory links and free space, in both builds.
 #include <gtest/gtest.h>
 #include <jw32/directory_links.h>
 #include <jw32/file_names.h>
 #include <jw32/folders.h>
+#include <jw32/free_space.h>
 #include <jw32/paths.h>
 #include <jw32/temporary_files.h>
 #include <shlobj.h>
 #include <shlwapi.h>
 
 #include "contract/wine.h"
+#include "support/kept_modules.h"
 #include "support/scratch_drives.h"
 #include "support/temporary_variables.h"
 #include "support/triple.h"
 
 namespace {
 
-void judges(int (*rule)(const char*), std::initializer_list<const char*> accepted,
-            std::initializer_list<const char*> refused) {
+template <class Element>
+using List = std::initializer_list<Element>;
+
+void judges(int (*rule)(const char*), List<const char*> accepted, List<const char*> refused) {
     for (const char* const name : accepted) EXPECT_EQ(rule(name), 1) << name;
     for (const char* const name : refused) EXPECT_EQ(rule(name), 0) << name;
     EXPECT_EQ(rule(nullptr), 0) << "null";
@@ -24,8 +28,7 @@ void judges(int (*rule)(const char*), std::initializer_list<const char*> accepte
 
 // Of pairs of names with a bar between the two.
 using Question = int(const char*, const char*);
-void compares(Question* question, std::initializer_list<std::string> equal,
-              std::initializer_list<std::string> different) {
+void compares(Question* question, List<std::string> equal, List<std::string> different) {
     const auto ask = [question](const std::string& pair) {
         const auto bar = pair.find('|');
         return question(pair.substr(0, bar).c_str(), pair.substr(bar + 1).c_str()) != 0;
@@ -168,19 +171,15 @@ TEST_F(Temporary, DirectoryCompletesTheEnvironment) {
     ASSERT_GT(GetShortPathNameA(longForm.c_str(), shortForm, MAX_PATH), 0u);
     gives({shortForm, other}, longForm, {shortForm, other});
     gives({"", shortForm}, longForm, {shortForm, shortForm});
-    gives({"Q:\\no\\", ""}, "Q:\\no\\", {"Q:\\no\\", ""});
+    const auto fits = "Q:\\" + std::string(513, 'a'), tooLong = fits + "b";
+    gives({"", fits}, fits, {fits, fits});
+    gives({"", tooLong}, tooLong, {"", tooLong});
+    gives({tooLong + "cdefg", ""}, tooLong + "cde", {tooLong + "cdefg", ""});
     GetSystemDirectoryA(system, MAX_PATH);
     const auto own = system + std::string("\\~Temp");
     gives({"", ""}, own, {own, own});
     EXPECT_TRUE(exists(own));
     removeTree(own);
-}
-
-TEST_F(Temporary, DirectoryIsCutTo520BytesAndAnAssignmentIsNot) {
-    const auto fits = "Q:\\" + std::string(513, 'a'), tooLong = fits + "b";
-    gives({"", fits}, fits, {fits, fits});
-    gives({"", tooLong}, tooLong, {"", tooLong});
-    gives({tooLong + "cdefg", ""}, tooLong + "cde", {tooLong + "cdefg", ""});
 }
 
 TEST_F(Temporary, TextsAreCutToTheBufferAndTheirLengthIsTold) {
@@ -213,7 +212,8 @@ TEST_F(Temporary, FileIsMadeInTheTemporaryDirectory) {
 
 using DirectoryLink = ScratchDrives;
 
-TEST_F(DirectoryLink, NeedsALinkOnAnAbsolutePathAndATarget) {
+// Known difference: the volumes of Wine have no reparse points.
+TEST_F(DirectoryLink, IsTriedOutAndMadeOnAnAbsolutePathWhereTheVolumeHasLinks) {
     const auto link = c("link"), below = c("missing\\link");
     const char *const at = link.c_str(), *const deep = below.c_str();
     const std::pair<const char*, const char*> rows[] = {{nullptr, at}, {"", at},     {at, nullptr},
@@ -224,13 +224,9 @@ TEST_F(DirectoryLink, NeedsALinkOnAnAbsolutePathAndATarget) {
             << from << " to " << to;
     }
     EXPECT_FALSE(exists(link) || exists(c("missing")));
-}
-
-// Known difference: the volumes of Wine have no reparse points.
-TEST_F(DirectoryLink, IsTriedOutAndMadeWhereTheVolumeHasLinks) {
     const int made = onWine() ? 0 : 1;
-    const auto make = [this](const char* link, const std::string& target, int dryRun = 0) {
-        return Jw32MakeDirectoryLink(c(link).c_str(), target.c_str(), dryRun);
+    const auto make = [this](const char* name, const std::string& target, int dryRun = 0) {
+        return Jw32MakeDirectoryLink(c(name).c_str(), target.c_str(), dryRun);
     };
     Jw32DirectoryCreate(c("empty").c_str());
     EXPECT_EQ(make("empty", c(), 1) + make("link", c(), 7), 2 * made);
@@ -247,6 +243,47 @@ TEST_F(DirectoryLink, IsTriedOutAndMadeWhereTheVolumeHasLinks) {
     removeTree(c("link"));
     EXPECT_FALSE(exists(c("link")));
     EXPECT_EQ(read(c("target\\file")), "content") << "it goes without its target";
+}
+
+class FreeSpace : public KeepsModules {
+  protected:
+    // The four operations give one result; those with a triple tell a code each.
+    void ask(const char* path, int result, DWORD code = 0, DWORD last = 0) {
+        EXPECT_EQ(reported(Jw32FreeDiskSpace, path, &bytes_), Report(result, code)) << path;
+        EXPECT_EQ(Jw32FreeDiskSpaceC(path, &plain_), result) << path;
+        SetLastError(ERROR_NOT_READY);
+        EXPECT_EQ(reported(Jw32FreeDiskSpaceMB, path, &megabytes_), Report(result, last)) << path;
+        EXPECT_EQ(Jw32FreeDiskSpaceMBC(path, &plainMegabytes_), result) << path;
+    }
+    ULARGE_INTEGER bytes_{}, plain_{};
+    DWORD megabytes_ = 7, plainMegabytes_ = 7;
+};
+
+TEST_F(FreeSpace, IsThatOfTheDriveForAnyPathBelowIt) {
+    for (const char* const path : {"C:", "c:\\no\\such\\dir", "C:relative", "C:*?"}) {
+        ask(path, 1);
+        EXPECT_GT(bytes_.QuadPart, 1u << 20) << "the drive seems to be full";
+        // Others write to the host's disk at the same time.
+        const auto whole = static_cast<double>(bytes_.QuadPart);
+        EXPECT_NEAR(static_cast<double>(plain_.QuadPart), whole, whole / 4);
+        EXPECT_NEAR(1048576.0 * megabytes_, whole, whole / 4);
+        EXPECT_NEAR(1048576.0 * plainMegabytes_, whole, whole / 4);
+    }
+}
+
+TEST_F(FreeSpace, NeedsADriveThatExistsAndAPlaceForTheResult) {
+    ask("Q:\\a", 0, ERROR_PATH_NOT_FOUND, ERROR_PATH_NOT_FOUND);
+    EXPECT_EQ(megabytes_ + plainMegabytes_, 0u);
+    for (const char* const path :
+         {"", "relative", "\\rooted", "\\\\server\\share\\a", static_cast<const char*>(nullptr)}) {
+        // In megabytes the thread's last error is told, whatever it is about.
+        ask(path, 0, 0, ERROR_NOT_READY);
+    }
+    EXPECT_EQ(bytes_.QuadPart + plain_.QuadPart, 0u) << "something is stored";
+    SetLastError(ERROR_NOT_READY);
+    EXPECT_EQ(reported(Jw32FreeDiskSpace, "C:\\", nullptr), Report(0));
+    EXPECT_EQ(reported(Jw32FreeDiskSpaceMB, "C:\\", nullptr), Report(0));
+    EXPECT_EQ(Jw32FreeDiskSpaceC("C:\\", nullptr) + Jw32FreeDiskSpaceMBC("C:\\", nullptr), 0);
 }
 
 }  // namespace
