@@ -12,8 +12,6 @@
 #include "angles/rounding.h"
 #include "support/vectors.h"
 
-extern const char* const vectors;
-
 namespace {
 
 using Angle = CJw32Angle;
@@ -190,7 +188,7 @@ TEST(AnglesAndNumbers, HoldTheVectors) {
             return function(numbers);
         };
     }
-    holdVectors(vectors, operations);
+    holdVectors(operations);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Functions on texts and numbers, most of them by the vectors of vectors.txt.
+// Functions on texts and numbers, most of them by the lines of texts.txt.
 #include <mbstring.h>
 #include <shlwapi.h>
 #include <windows.h>
@@ -10,8 +10,6 @@
 #include "support/vectors.h"
 #include "support/wide.h"
 #include "wine.h"
-
-extern const char* const vectors;
 
 namespace {
 
@@ -62,11 +60,11 @@ std::string digits(const Words& words) {
 }
 
 TEST(TextAndNumbers, HoldTheVectors) {
-    holdVectors(vectors, {{"PathForms", forms},
-                          {"PathCanonicalizeA", canonical},
-                          {"GetFullPathNameA", fullPath},
-                          {"_splitpath_s", split},
-                          {"_fcvt_s", digits}});
+    holdVectors({{"PathForms", forms},
+                 {"PathCanonicalizeA", canonical},
+                 {"GetFullPathNameA", fullPath},
+                 {"_splitpath_s", split},
+                 {"_fcvt_s", digits}});
 }
 
 TEST(TextAndNumbers, HaveTheirLimits) {

@@ -3,6 +3,8 @@
 
 namespace {
 
+constexpr DWORD noPath = ERROR_PATH_NOT_FOUND, badName = ERROR_INVALID_NAME;
+
 TEST(Volumes, AnswerByTheirRoot) {
     const std::pair<const char*, UINT> kinds[] = {
         {"c:\\", DRIVE_FIXED},       {"C:", DRIVE_FIXED},     {"\\", DRIVE_FIXED},

@@ -1,0 +1,204 @@
+// The calls on files and directories, by the lines of files.txt.
+#include <algorithm>
+
+#include "contract_files.h"
+#include "support/vectors.h"
+
+namespace {
+
+std::string nameOf(DWORD code) {
+    static const std::map<DWORD, std::string> names = {
+        {ERROR_SUCCESS, "OK"},
+        {ERROR_FILE_NOT_FOUND, "FILE_NOT_FOUND"},
+        {ERROR_PATH_NOT_FOUND, "PATH_NOT_FOUND"},
+        {ERROR_ACCESS_DENIED, "ACCESS_DENIED"},
+        {ERROR_INVALID_HANDLE, "INVALID_HANDLE"},
+        {ERROR_SHARING_VIOLATION, "SHARING_VIOLATION"},
+        {ERROR_BAD_NETPATH, "BAD_NETPATH"},
+        {ERROR_FILE_EXISTS, "FILE_EXISTS"},
+        {ERROR_INVALID_PARAMETER, "INVALID_PARAMETER"},
+        {ERROR_INVALID_NAME, "INVALID_NAME"},
+        {ERROR_NEGATIVE_SEEK, "NEGATIVE_SEEK"},
+        {ERROR_DIR_NOT_EMPTY, "DIR_NOT_EMPTY"},
+        {ERROR_ALREADY_EXISTS, "ALREADY_EXISTS"},
+        {ERROR_DIRECTORY, "DIRECTORY"}};
+    const auto found = names.find(code);
+    return found != names.end() ? found->second : std::to_string(code);
+}
+
+std::string outcome(BOOL succeeded) {
+    return nameOf(codeOf(succeeded));
+}
+// With a number behind it where there is one.
+std::string outcome(BOOL succeeded, DWORD number) {
+    return succeeded ? "OK " + std::to_string(number) : outcome(succeeded);
+}
+
+using Marks = std::vector<std::pair<std::string, DWORD>>;
+const Marks access = {{"r", GENERIC_READ}, {"w", GENERIC_WRITE}, {"d", DELETE}};
+const Marks sharing = {{"r", FILE_SHARE_READ}, {"w", FILE_SHARE_WRITE}, {"d", FILE_SHARE_DELETE}};
+const Marks dispositions = {{"CREATE_NEW", CREATE_NEW},
+                            {"CREATE_ALWAYS", CREATE_ALWAYS},
+                            {"OPEN_EXISTING", OPEN_EXISTING},
+                            {"OPEN_ALWAYS", OPEN_ALWAYS},
+                            {"TRUNCATE_EXISTING", TRUNCATE_EXISTING},
+                            {"6", 6}};
+const Marks flags = {
+    {"readonly", FILE_ATTRIBUTE_READONLY},  {"hidden", FILE_ATTRIBUTE_HIDDEN},
+    {"system", FILE_ATTRIBUTE_SYSTEM},      {"directory", FILE_ATTRIBUTE_DIRECTORY},
+    {"archive", FILE_ATTRIBUTE_ARCHIVE},    {"normal", FILE_ATTRIBUTE_NORMAL},
+    {"backup", FILE_FLAG_BACKUP_SEMANTICS}, {"once", FILE_FLAG_DELETE_ON_CLOSE}};
+
+// The sum of the marks that a text holds.
+DWORD sumOf(const Marks& marks, const std::string& text) {
+    DWORD sum = 0;
+    for (const auto& [word, mark] : marks) sum |= text.find(word) != text.npos ? mark : 0;
+    return sum;
+}
+
+std::string joined(Words words) {
+    std::string result;
+    for (const auto& word : words) result += (result.empty() ? "" : " ") + word;
+    return result;
+}
+
+std::string replaced(std::string text, const std::string& from, const std::string& to) {
+    for (auto at = text.find(from); at != text.npos; at = text.find(from)) {
+        text.replace(at, from.size(), to);
+    }
+    return text;
+}
+
+class Files : public ContractFiles {
+  protected:
+    Files() { GetCurrentDirectoryA(MAX_PATH, former_); }
+    ~Files() override { SetCurrentDirectoryA(former_); }
+
+    std::string path(const std::string& name) const {
+        auto full = c("A long folder name\\");
+        full.resize(259, 'x');
+        auto text = replaced(replaced(name, "$x255", std::string(255, 'x')), "$full", full);
+        text = replaced(replaced(replaced(text, "$C", c()), "$D", d()), "$N", c().substr(3));
+        const bool isWhole =
+            text.find(':') == 1 || text.starts_with('\\') || text.starts_with(".\\");
+        return isWhole ? text : c(text);
+    }
+
+    std::string scene() {
+        removeTree(c());
+        removeTree(d());
+        for (const auto& folder : {c(), d()}) CreateDirectoryW(Wide(folder), nullptr);
+        arrange();
+        return "OK";
+    }
+    std::string hold(const Words& w) {
+        SetLastError(ERROR_SUCCESS);
+        handles_[w[0]] = CreateFileW(Wide(path(w[1])), sumOf(access, w[2]), sumOf(sharing, w[3]),
+                                     nullptr, sumOf(dispositions, w[4]),
+                                     sumOf(flags, joined({w.begin() + 5, w.end()})), nullptr);
+        const DWORD code = GetLastError();
+        const bool opened = handles_[w[0]] != INVALID_HANDLE_VALUE;
+        return opened && code != 0 ? "OK " + nameOf(code) : nameOf(code);
+    }
+    std::string open(Words w) {
+        w.insert(w.begin(), "");
+        const auto result = hold(w);
+        CloseHandle(handles_[""]);
+        return result;
+    }
+    std::string marksOf(const std::string& name) const {
+        const DWORD attributes = GetFileAttributesW(Wide(path(name)));
+        if (attributes == INVALID_FILE_ATTRIBUTES) return outcome(FALSE);
+        Words words;
+        for (const auto& [word, mark] : flags) {
+            if ((attributes & mark) != 0) words.push_back(word);
+        }
+        return joined(words);
+    }
+    std::string find(const std::string& pattern) const {
+        WIN32_FIND_DATAW first;
+        WIN32_FIND_DATAA next;
+        const HANDLE search = FindFirstFileW(Wide(path(pattern)), &first);
+        if (search == INVALID_HANDLE_VALUE) return outcome(FALSE);
+        Words names{narrow(first.cFileName)};
+        while (FindNextFileA(search, &next)) names.push_back(next.cFileName);
+        EXPECT_EQ(GetLastError(), DWORD{ERROR_NO_MORE_FILES});
+        EXPECT_TRUE(FindClose(search));
+        std::sort(names.begin(), names.end());
+        return joined(names);
+    }
+    std::string full(const std::string& name) const {
+        char text[MAX_PATH] = "";
+        EXPECT_EQ(GetFullPathNameA(name.c_str(), 4, text, nullptr),
+                  GetFullPathNameA(name.c_str(), sizeof text, text, nullptr) + 1);
+        return replaced(text, c(), "$C");
+    }
+    std::string put(const std::string& name, const std::string& text) {
+        DWORD count = 0;
+        const auto size = static_cast<DWORD>(text.size());
+        const BOOL done = WriteFile(handle(name), text.data(), size, &count, nullptr);
+        return outcome(done, count);
+    }
+    std::string get(const std::string& name, const std::string& size) {
+        char text[16];
+        DWORD count = 0;
+        const BOOL done =
+            ReadFile(handle(name), text, static_cast<DWORD>(std::stoul(size)), &count, nullptr);
+        return outcome(done, count);
+    }
+    std::string seek(const std::string& name, const std::string& distance,
+                     const std::string& origin) {
+        const DWORD position = SetFilePointer(handle(name), std::stoi(distance), nullptr,
+                                              static_cast<DWORD>(std::stoul(origin)));
+        return outcome(position != INVALID_SET_FILE_POINTER, position);
+    }
+    std::string size(const std::string& name) {
+        const DWORD result = GetFileSize(handle(name), nullptr);
+        return outcome(result != INVALID_FILE_SIZE, result);
+    }
+    HANDLE handle(const std::string& name) { return name == "null" ? nullptr : handles_.at(name); }
+
+  private:
+    std::map<std::string, HANDLE> handles_;
+    char former_[MAX_PATH] = "";
+};
+
+TEST_F(Files, DoWhatTheLinesTell) {
+    const auto wide = [this](const std::string& name) { return Wide(path(name)); };
+    const Operations operations = {
+        {"scene", [&](const Words&) { return scene(); }},
+        {"open", [&](const Words& w) { return open(w); }},
+        {"hold", [&](const Words& w) { return hold(w); }},
+        {"close", [&](const Words& w) { return outcome(CloseHandle(handle(w[0]))); }},
+        {"put", [&](const Words& w) { return put(w[0], w[1]); }},
+        {"get", [&](const Words& w) { return get(w[0], w[1]); }},
+        {"seek", [&](const Words& w) { return seek(w[0], w[1], w[2]); }},
+        {"size", [&](const Words& w) { return size(w[0]); }},
+        {"cut", [&](const Words& w) { return outcome(SetEndOfFile(handle(w[0]))); }},
+        {"endsearch", [&](const Words& w) { return outcome(FindClose(handle(w[0]))); }},
+        {"write", [&](const Words& w) { return write(path(w[0]), w[1]), "OK"; }},
+        {"read",
+         [&](const Words& w) {
+             return '"' + replaced(read(path(w[0])), std::string(1, '\0'), "\\0") + '"';
+         }},
+        {"move", [&](const Words& w) { return outcome(MoveFileW(wide(w[0]), wide(w[1]))); }},
+        {"copy", [&](const Words& w) { return outcome(CopyFileW(wide(w[0]), wide(w[1]), FALSE)); }},
+        {"copyasnew",
+         [&](const Words& w) { return outcome(CopyFileW(wide(w[0]), wide(w[1]), TRUE)); }},
+        {"delete", [&](const Words& w) { return outcome(DeleteFileW(wide(w[0]))); }},
+        {"make", [&](const Words& w) { return outcome(CreateDirectoryW(wide(w[0]), nullptr)); }},
+        {"remove", [&](const Words& w) { return outcome(RemoveDirectoryW(wide(w[0]))); }},
+        {"enter",
+         [&](const Words& w) { return outcome(SetCurrentDirectoryA(path(w[0]).c_str())); }},
+        {"full", [&](const Words& w) { return full(w[0]); }},
+        {"set",
+         [&](const Words& w) {
+             return outcome(
+                 SetFileAttributesW(wide(w[0]), sumOf(flags, joined({w.begin() + 1, w.end()}))));
+         }},
+        {"attributes", [&](const Words& w) { return marksOf(w[0]); }},
+        {"find", [&](const Words& w) { return find(w[0]); }}};
+    holdVectors(operations, onWine());
+}
+
+}  // namespace
