@@ -34,8 +34,10 @@ TEST_F(Records, DescribeFilesAndDirectories) {
 }
 
 TEST_F(Records, TellAShortNameThatOpensTheFile) {
-    for (const char* const name : {"a long name.html", "noextension"}) write(c(name), "content");
-    EXPECT_EQ(shortName("file"), "") << "has the form already";
+    for (const char* const name : {"a long name.html", "noextension", "one.txt"}) {
+        write(c(name), "content");
+    }
+    EXPECT_EQ(shortName("one.txt"), "") << "has the form already";
     EXPECT_NE(shortName("noextension"), "");
     const auto name = shortName("a long name.html");
     EXPECT_THAT(name, testing::MatchesRegex("\\S+\\.HTM"));
