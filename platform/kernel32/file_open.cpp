@@ -61,7 +61,9 @@ HANDLE makeHandle(Descriptor file, const Request& request, const std::string& pa
                                                         request.wantsWrite());
     if ((request.flags & FILE_FLAG_DELETE_ON_CLOSE) != 0) object->removedOnClose = path;
     const HANDLE handle = machine::insertObject(std::move(object));
-    return handle != nullptr ? handle : refuse(ERROR_TOO_MANY_OPEN_FILES);
+    if (handle == nullptr) return refuse(ERROR_TOO_MANY_OPEN_FILES);
+    SetLastError(ERROR_SUCCESS);
+    return handle;
 }
 
 // Why an existing file cannot be had in the way that is asked for; 0: it can.
@@ -96,8 +98,7 @@ HANDLE finishExisting(Descriptor file, const Request& request, const std::string
         if (wanted != 0) machine::setAttributes(path, status, wanted | FILE_ATTRIBUTE_ARCHIVE);
     }
     const HANDLE handle = makeHandle(std::move(file), request, path);
-    if (handle == INVALID_HANDLE_VALUE) return handle;
-    SetLastError(request.creates() ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
+    if (handle != INVALID_HANDLE_VALUE && request.creates()) SetLastError(ERROR_ALREADY_EXISTS);
     return handle;
 }
 
@@ -126,9 +127,7 @@ HANDLE createFile(const Request& request, const HostName& name) {
     if (wanted != 0 && ::fstat(file.get(), &status) == 0) {
         machine::setAttributes(name.path, status, wanted | FILE_ATTRIBUTE_ARCHIVE);
     }
-    const HANDLE handle = makeHandle(std::move(file), request, name.path);
-    if (handle != INVALID_HANDLE_VALUE) SetLastError(ERROR_SUCCESS);
-    return handle;
+    return makeHandle(std::move(file), request, name.path);
 }
 
 // The link itself: what is asked of the handle is not asked of the target.

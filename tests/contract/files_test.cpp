@@ -92,7 +92,7 @@ class Files : public ContractFiles {
         return "OK";
     }
     std::string hold(const Words& w) {
-        SetLastError(ERROR_SUCCESS);
+        SetLastError(4711);
         handles_[w[0]] = CreateFileW(Wide(path(w[1])), sumOf(access, w[2]), sumOf(sharing, w[3]),
                                      nullptr, sumOf(dispositions, w[4]),
                                      sumOf(flags, joined({w.begin() + 5, w.end()})), nullptr);

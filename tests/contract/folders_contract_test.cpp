@@ -11,6 +11,7 @@
 
 #include "contract/wine.h"
 #include "support/last_error.h"
+#include "support/vectors.h"
 #include "support/wide.h"
 
 namespace {
@@ -40,50 +41,25 @@ TEST(ModuleContract, APathIsThatOfTheFileAndCutWhereItDoesNotFit) {
     EXPECT_EQ(lower(path), "c:\\windows\\system32\\kernel32.dll");
 }
 
-// Folders, each with its name, are made under paths that end so, whichever type is asked for.
-template <class... More>
-void lie(const std::string& above, int folder, const std::string& name, const More&... more) {
-    for (const DWORD type : {SHGFP_TYPE_CURRENT, SHGFP_TYPE_DEFAULT}) {
-        char path[MAX_PATH] = "";
-        folder |= CSIDL_FLAG_CREATE;
-        EXPECT_EQ(SHGetFolderPathA(nullptr, folder, nullptr, type, path), S_OK) << above + name;
-        EXPECT_TRUE(lower(path).ends_with(above + name)) << path << " is not " << above + name;
-        EXPECT_TRUE(Jw32DirectoryExist(path)) << path;
-    }
-    if constexpr (sizeof...(more) > 0) lie(above, more...);
+std::string pathOf(int folder, DWORD type) {
+    char path[MAX_PATH] = "";
+    const HRESULT result =
+        SHGetFolderPathA(nullptr, folder | CSIDL_FLAG_CREATE, nullptr, type, path);
+    EXPECT_EQ(result, S_OK);
+    EXPECT_TRUE(Jw32DirectoryExist(path)) << path;
+    return lower(path);
 }
 
-// The folder of the browser's files and that of its cookies are called differently from system to
-// system, and the folders of programs depend on the kind of the process: of them the name is not
-// asked for.
+// The number of a folder; $P stands for that of the user's profile.
+std::string folder(const Words& words) {
+    const int number = std::stoi(words.at(0), nullptr, 16);
+    const auto path = pathOf(number, SHGFP_TYPE_CURRENT), profile = pathOf(CSIDL_PROFILE, 0);
+    EXPECT_EQ(pathOf(number, SHGFP_TYPE_DEFAULT), path);
+    return path.starts_with(profile) ? "$P" + path.substr(profile.size()) : path;
+}
+
 TEST(FolderContract, EveryFolderIsMadeWhereItBelongs) {
-    const std::string own = "\\appdata\\roaming\\microsoft\\windows\\", data = "c:\\programdata\\";
-    const std::string menu = own + "start menu\\",
-                      allMenu = data + "microsoft\\windows\\start menu\\";
-    lie("\\", CSIDL_DESKTOP, "desktop", CSIDL_PERSONAL, "documents", CSIDL_FAVORITES, "favorites",
-        CSIDL_MYMUSIC, "music", CSIDL_MYVIDEO, "videos", CSIDL_MYPICTURES, "pictures",
-        CSIDL_DESKTOPDIRECTORY, "desktop", CSIDL_COMMON_FAVORITES, "favorites");
-    lie(own, CSIDL_RECENT, "recent", CSIDL_SENDTO, "sendto", CSIDL_STARTMENU, "start menu",
-        CSIDL_TEMPLATES, "templates", CSIDL_NETHOOD, "network shortcuts", CSIDL_PRINTHOOD,
-        "printer shortcuts");
-    lie(menu + "programs\\", CSIDL_STARTUP, "startup", CSIDL_ADMINTOOLS, "administrative tools");
-    lie(allMenu + "programs\\", CSIDL_COMMON_STARTUP, "startup", CSIDL_COMMON_ADMINTOOLS,
-        "administrative tools");
-    lie("", CSIDL_PROGRAMS, menu + "programs", CSIDL_COMMON_PROGRAMS, allMenu + "programs",
-        CSIDL_COMMON_APPDATA, "c:\\programdata", CSIDL_WINDOWS, "c:\\windows", CSIDL_PROGRAM_FILES,
-        "", CSIDL_INTERNET_CACHE, "", CSIDL_COOKIES, "", CSIDL_PROFILE, "");
-    lie("\\appdata\\", CSIDL_APPDATA, "roaming", CSIDL_LOCAL_APPDATA, "local", CSIDL_HISTORY,
-        "local\\microsoft\\windows\\history");
-    lie(data + "microsoft\\windows\\", CSIDL_COMMON_STARTMENU, "start menu", CSIDL_COMMON_TEMPLATES,
-        "templates");
-    lie("c:\\users\\public\\", CSIDL_COMMON_MUSIC, "music", CSIDL_COMMON_VIDEO, "videos",
-        CSIDL_COMMON_PICTURES, "pictures", CSIDL_COMMON_DOCUMENTS, "documents",
-        CSIDL_COMMON_DESKTOPDIRECTORY, "desktop");
-    lie("c:\\windows\\", CSIDL_FONTS, "fonts", CSIDL_SYSTEM, "system32", CSIDL_SYSTEMX86,
-        "syswow64", CSIDL_RESOURCES, "resources");
-    lie("\\program files (x86)", CSIDL_PROGRAM_FILESX86, "", CSIDL_PROGRAM_FILES_COMMONX86,
-        "\\common files");
-    lie("\\common files", CSIDL_PROGRAM_FILES_COMMON, "");
+    holdVectors({{"folder", folder}}, onWine());
 }
 
 // Known difference: of a folder that is known but missing, S_FALSE is documented; Wine says
