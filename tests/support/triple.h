@@ -31,18 +31,14 @@ struct Triple {
         *this = {};
         return operation(triple_detail::passed(arguments)..., &code, text, size);
     }
-    bool isClear() const { return code == 0 && text[0] == '\0'; }
-    bool tells(DWORD expected) const { return code == expected && text[0] != '\0'; }
-    friend std::ostream& operator<<(std::ostream& out, const Triple& triple) {
-        return out << "code " << triple.code << ", text \"" << triple.text << '"';
-    }
 };
 
 // The result of an operation and the code that it told; with a code comes a text, without it none.
 template <class Result>
 struct Report {
-    Report(Result given, DWORD told, bool text) : result(given), code(told), hasText(text) {}
-    explicit Report(Result given, DWORD told = 0) : Report(given, told, told != 0) {}
+    Report(Result given, const Triple& triple)
+        : result(given), code(triple.code), hasText(triple.text[0] != '\0') {}
+    explicit Report(Result given, DWORD told = 0) : result(given), code(told), hasText(told != 0) {}
 
     Result result;
     DWORD code;
@@ -64,5 +60,5 @@ template <class Operation, class... Arguments>
 auto reported(Operation operation, Arguments... arguments) {
     Triple triple;
     const auto result = triple.of(operation, arguments...);
-    return Report(result, triple.code, triple.text[0] != '\0');
+    return Report(result, triple);
 }
