@@ -1,5 +1,5 @@
 // What the library expects of the environment, of long forms and of temporary names.
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <windows.h>
 
 #include <cstdio>
@@ -12,13 +12,11 @@
 
 namespace {
 
+using testing::StartsWith;
+
 class TemporaryContract : public ScratchDrives {
   protected:
-    // A name from the runtime; "null": there is none.
-    static std::string name(const std::string& directory, const char* prefix) {
-        return text(_tempnam(directory.empty() ? nullptr : directory.c_str(), prefix));
-    }
-    static std::string text(char* block) {
+    static std::string taken(char* block) {
         const std::string result = block != nullptr ? block : "null";
         std::free(block);
         return result;
@@ -32,7 +30,7 @@ TEST_F(TemporaryContract, AVariableIsSetReadAndTakenAway) {
     EXPECT_EQ(_putenv("TMP=some text=x"), 0);
     EXPECT_EQ(_putenv("TMP"), -1) << "an assignment needs its sign";
     EXPECT_EQ(_dupenv_s(&value, &length, "TMP"), 0);
-    EXPECT_EQ(text(value), "some text=x");
+    EXPECT_EQ(taken(value), "some text=x");
     EXPECT_EQ(length, 12u) << "the terminator counts";
     EXPECT_EQ(_putenv("TMP="), 0);
     EXPECT_EQ(_dupenv_s(&value, &length, "TMP"), 0);
@@ -67,26 +65,24 @@ TEST_F(TemporaryContract, TheLongFormReplacesShortNamesAndNothingElse) {
 // the directory that counts is missing, it has no name, and the runtime of Windows goes on with the
 // next one.
 TEST_F(TemporaryContract, ATemporaryNameLiesInTheFirstDirectoryThatExists) {
-    const std::string none, missing = "Q:\\missing", null = "null";
-    const struct {
-        std::string tmp, wanted, begin;
-    } rows[] = {{c(), d(), c("jwt")},
-                {c(), none, c("jwt")},
-                {none, d(), d("jwt")},
-                {missing, d(), onWine() ? null : d("jwt")},
-                {none, missing, onWine() ? null : "C:\\"}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.tmp + " and " + row.wanted);
-        kept_.set(row.tmp, none);
-        const auto first = name(row.wanted, "jwt"), second = name(row.wanted, "jwt");
-        EXPECT_TRUE(first.starts_with(row.begin)) << first;
-        EXPECT_EQ(first == second, first == null);
-        EXPECT_FALSE(exists(first));
-    }
-    kept_.set(c(), none);
-    EXPECT_TRUE(name(none, nullptr).starts_with(c() + "\\"));
-    const auto prefixed = name(none, "prefix");
-    EXPECT_TRUE(prefixed.starts_with(c(onWine() ? "pre" : "prefix"))) << prefixed;
+    // The name for the variable TMP, a wanted directory and a prefix, which is another each time.
+    const auto nameFor = [this](const std::string& tmp, const char* wanted, const char* prefix) {
+        kept_.set(tmp, "");
+        const auto first = taken(_tempnam(wanted, prefix)),
+                   second = taken(_tempnam(wanted, prefix));
+        EXPECT_EQ(first == second, first == "null") << first;
+        EXPECT_FALSE(exists(first)) << first;
+        return first;
+    };
+    const auto other = d();
+    const char *const wanted = other.c_str(), *const missing = "Q:\\missing";
+    EXPECT_THAT(nameFor(c(), wanted, "jwt"), StartsWith(c("jwt")));
+    EXPECT_THAT(nameFor(c(), nullptr, nullptr), StartsWith(c() + "\\"));
+    EXPECT_THAT(nameFor("", wanted, "jwt"), StartsWith(d("jwt")));
+    EXPECT_THAT(nameFor(missing, wanted, "jwt"), StartsWith(onWine() ? "null" : d("jwt")));
+    EXPECT_THAT(nameFor("", missing, "jwt"), StartsWith(onWine() ? "null" : "C:\\"));
+    const auto prefixed = nameFor(c(), nullptr, "prefix");
+    EXPECT_THAT(prefixed, StartsWith(c(onWine() ? "pre" : "prefix")));
     EXPECT_EQ(prefixed.find('.') != prefixed.npos, onWine()) << prefixed;
 }
 
