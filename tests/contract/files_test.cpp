@@ -56,10 +56,15 @@ DWORD sumOf(const Marks& marks, const std::string& text) {
     return sum;
 }
 
-std::string joined(Words words) {
+// The words from one of them on, with blanks between.
+std::string rest(const Words& words, std::size_t from) {
     std::string result;
-    for (const auto& word : words) result += (result.empty() ? "" : " ") + word;
+    for (auto i = from; i < words.size(); ++i) result += (i > from ? " " : "") + words[i];
     return result;
+}
+
+DWORD number(const std::string& word) {
+    return static_cast<DWORD>(std::stoi(word));
 }
 
 std::string replaced(std::string text, const std::string& from, const std::string& to) {
@@ -92,13 +97,13 @@ class Files : public ContractFiles {
         return "OK";
     }
     std::string hold(const Words& w) {
+        const auto share = sumOf(sharing, w[3]), disposition = sumOf(dispositions, w[4]);
         SetLastError(4711);
-        handles_[w[0]] = CreateFileW(Wide(path(w[1])), sumOf(access, w[2]), sumOf(sharing, w[3]),
-                                     nullptr, sumOf(dispositions, w[4]),
-                                     sumOf(flags, joined({w.begin() + 5, w.end()})), nullptr);
+        const HANDLE file = CreateFileW(Wide(path(w[1])), sumOf(access, w[2]), share, nullptr,
+                                        disposition, sumOf(flags, rest(w, 5)), nullptr);
         const DWORD code = GetLastError();
-        const bool opened = handles_[w[0]] != INVALID_HANDLE_VALUE;
-        return opened && code != 0 ? "OK " + nameOf(code) : nameOf(code);
+        handles_[w[0]] = file;
+        return (file != INVALID_HANDLE_VALUE && code != 0 ? "OK " : "") + nameOf(code);
     }
     std::string open(Words w) {
         w.insert(w.begin(), "");
@@ -113,7 +118,7 @@ class Files : public ContractFiles {
         for (const auto& [word, mark] : flags) {
             if ((attributes & mark) != 0) words.push_back(word);
         }
-        return joined(words);
+        return rest(words, 0);
     }
     std::string find(const std::string& pattern) const {
         WIN32_FIND_DATAW first;
@@ -125,13 +130,19 @@ class Files : public ContractFiles {
         EXPECT_EQ(GetLastError(), DWORD{ERROR_NO_MORE_FILES});
         EXPECT_TRUE(FindClose(search));
         std::sort(names.begin(), names.end());
-        return joined(names);
+        return rest(names, 0);
     }
     std::string full(const std::string& name) const {
-        char text[MAX_PATH] = "";
-        EXPECT_EQ(GetFullPathNameA(name.c_str(), 4, text, nullptr),
-                  GetFullPathNameA(name.c_str(), sizeof text, text, nullptr) + 1);
+        char text[MAX_PATH] = "", cut[4] = "";
+        const DWORD length = GetFullPathNameA(name.c_str(), sizeof text, text, nullptr);
+        EXPECT_EQ(GetFullPathNameA(name.c_str(), sizeof cut, cut, nullptr), length + 1);
         return replaced(text, c(), "$C");
+    }
+    std::string enter(const std::string& name) const {
+        return outcome(SetCurrentDirectoryA(path(name).c_str()));
+    }
+    std::string set(const Words& w) const {
+        return outcome(SetFileAttributesW(wide(w[0]), sumOf(flags, rest(w, 1))));
     }
     std::string put(const std::string& name, const std::string& text) {
         DWORD count = 0;
@@ -142,21 +153,23 @@ class Files : public ContractFiles {
     std::string get(const std::string& name, const std::string& size) {
         char text[16];
         DWORD count = 0;
-        const BOOL done =
-            ReadFile(handle(name), text, static_cast<DWORD>(std::stoul(size)), &count, nullptr);
+        const BOOL done = ReadFile(handle(name), text, number(size), &count, nullptr);
         return outcome(done, count);
     }
-    std::string seek(const std::string& name, const std::string& distance,
-                     const std::string& origin) {
-        const DWORD position = SetFilePointer(handle(name), std::stoi(distance), nullptr,
-                                              static_cast<DWORD>(std::stoul(origin)));
-        return outcome(position != INVALID_SET_FILE_POINTER, position);
+    std::string seek(const Words& w) {
+        const auto distance = static_cast<LONG>(number(w[1]));
+        const DWORD to = SetFilePointer(handle(w[0]), distance, nullptr, number(w[2]));
+        return outcome(to != INVALID_SET_FILE_POINTER, to);
     }
     std::string size(const std::string& name) {
         const DWORD result = GetFileSize(handle(name), nullptr);
         return outcome(result != INVALID_FILE_SIZE, result);
     }
+    std::string content(const std::string& name) const {
+        return '"' + replaced(read(path(name)), std::string(1, '\0'), "\\0") + '"';
+    }
     HANDLE handle(const std::string& name) { return name == "null" ? nullptr : handles_.at(name); }
+    Wide wide(const std::string& name) const { return Wide(path(name)); }
 
   private:
     std::map<std::string, HANDLE> handles_;
@@ -164,40 +177,30 @@ class Files : public ContractFiles {
 };
 
 TEST_F(Files, DoWhatTheLinesTell) {
-    const auto wide = [this](const std::string& name) { return Wide(path(name)); };
     const Operations operations = {
-        {"scene", [&](const Words&) { return scene(); }},
-        {"open", [&](const Words& w) { return open(w); }},
-        {"hold", [&](const Words& w) { return hold(w); }},
-        {"close", [&](const Words& w) { return outcome(CloseHandle(handle(w[0]))); }},
-        {"put", [&](const Words& w) { return put(w[0], w[1]); }},
-        {"get", [&](const Words& w) { return get(w[0], w[1]); }},
-        {"seek", [&](const Words& w) { return seek(w[0], w[1], w[2]); }},
-        {"size", [&](const Words& w) { return size(w[0]); }},
-        {"cut", [&](const Words& w) { return outcome(SetEndOfFile(handle(w[0]))); }},
-        {"endsearch", [&](const Words& w) { return outcome(FindClose(handle(w[0]))); }},
-        {"write", [&](const Words& w) { return write(path(w[0]), w[1]), "OK"; }},
-        {"read",
-         [&](const Words& w) {
-             return '"' + replaced(read(path(w[0])), std::string(1, '\0'), "\\0") + '"';
-         }},
-        {"move", [&](const Words& w) { return outcome(MoveFileW(wide(w[0]), wide(w[1]))); }},
-        {"copy", [&](const Words& w) { return outcome(CopyFileW(wide(w[0]), wide(w[1]), FALSE)); }},
-        {"copyasnew",
-         [&](const Words& w) { return outcome(CopyFileW(wide(w[0]), wide(w[1]), TRUE)); }},
-        {"delete", [&](const Words& w) { return outcome(DeleteFileW(wide(w[0]))); }},
-        {"make", [&](const Words& w) { return outcome(CreateDirectoryW(wide(w[0]), nullptr)); }},
-        {"remove", [&](const Words& w) { return outcome(RemoveDirectoryW(wide(w[0]))); }},
-        {"enter",
-         [&](const Words& w) { return outcome(SetCurrentDirectoryA(path(w[0]).c_str())); }},
-        {"full", [&](const Words& w) { return full(w[0]); }},
-        {"set",
-         [&](const Words& w) {
-             return outcome(
-                 SetFileAttributesW(wide(w[0]), sumOf(flags, joined({w.begin() + 1, w.end()}))));
-         }},
-        {"attributes", [&](const Words& w) { return marksOf(w[0]); }},
-        {"find", [&](const Words& w) { return find(w[0]); }}};
+        {"scene", [&](auto&) { return scene(); }},
+        {"open", [&](auto& w) { return open(w); }},
+        {"hold", [&](auto& w) { return hold(w); }},
+        {"close", [&](auto& w) { return outcome(CloseHandle(handle(w[0]))); }},
+        {"put", [&](auto& w) { return put(w[0], w[1]); }},
+        {"get", [&](auto& w) { return get(w[0], w[1]); }},
+        {"seek", [&](auto& w) { return seek(w); }},
+        {"size", [&](auto& w) { return size(w[0]); }},
+        {"cut", [&](auto& w) { return outcome(SetEndOfFile(handle(w[0]))); }},
+        {"endsearch", [&](auto& w) { return outcome(FindClose(handle(w[0]))); }},
+        {"write", [&](auto& w) { return write(path(w[0]), w[1]), "OK"; }},
+        {"read", [&](auto& w) { return content(w[0]); }},
+        {"move", [&](auto& w) { return outcome(MoveFileW(wide(w[0]), wide(w[1]))); }},
+        {"copy", [&](auto& w) { return outcome(CopyFileW(wide(w[0]), wide(w[1]), 0)); }},
+        {"copynew", [&](auto& w) { return outcome(CopyFileW(wide(w[0]), wide(w[1]), 1)); }},
+        {"delete", [&](auto& w) { return outcome(DeleteFileW(wide(w[0]))); }},
+        {"make", [&](auto& w) { return outcome(CreateDirectoryW(wide(w[0]), nullptr)); }},
+        {"remove", [&](auto& w) { return outcome(RemoveDirectoryW(wide(w[0]))); }},
+        {"enter", [&](auto& w) { return enter(w[0]); }},
+        {"full", [&](auto& w) { return full(w[0]); }},
+        {"set", [&](auto& w) { return set(w); }},
+        {"attributes", [&](auto& w) { return marksOf(w[0]); }},
+        {"find", [&](auto& w) { return find(w[0]); }}};
     holdVectors(operations, onWine());
 }
 

@@ -78,6 +78,7 @@ TEST_F(Mappings, GiveViewsByOffsetAndLength) {
     };
     EXPECT_EQ(codeOfView(data, 0, 0, 'a'), 0u);
     EXPECT_EQ(codeOfView(data, step_, 0, 'b'), 0u);
+    EXPECT_EQ(codeOfView(data, step_, 1000, 'b'), 0u) << "up to the end";
     EXPECT_EQ(codeOfView(data, 4096, 1), DWORD{ERROR_MAPPED_ALIGNMENT});
     EXPECT_EQ(codeOfView(data, 0, size_ + 1), denied);
     EXPECT_EQ(codeOfView(data, 2 * step_, 0), badParameter);
