@@ -56,13 +56,13 @@ struct DataModule {
 };
 
 struct Machine {
-    std::vector<Drive> drives;
-    std::vector<Share> shares;
-    Version version;
+    std::vector<Drive> drives = {};
+    std::vector<Share> shares = {};
+    Version version = {};
     std::uint32_t codePage = 65001;  // 65001 (UTF-8), 1252 or 932
     // UTF-8, on a drive; the system directory is System32 below it.
     std::string windowsDirectory = "C:\\Windows";
-    std::vector<DataModule> dataModules;
+    std::vector<DataModule> dataModules = {};
 
     const Drive* drive(char letter) const;  // without regard to case; null: no such drive
     const Share* share(std::string_view server, std::string_view name) const;

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <string>
+#include <tuple>
 #include <type_traits>
 
 namespace {
@@ -12,6 +13,7 @@ using Angle = CJw32Angle;
 
 constexpr auto kRad = Angle::eAngleTypeRad, kDeg = Angle::eAngleTypeDeg;
 constexpr auto kMarked = Angle::eAngleTypeDmsMarked;
+constexpr auto kUnknown = static_cast<Angle::eAngleType>(6);
 constexpr auto kNone = Angle::eAngleRangeNone, kPositive = Angle::eAngleRangePositive;
 constexpr auto kFree = Angle::eAngleRangeFree, kSigned = Angle::eAngleRangeSigned;
 
@@ -54,26 +56,18 @@ TEST(Angle, LeavesItsValueWhenTheRangeChanges) {
 }
 
 TEST(AngleText, IsCutToTheBufferWhichIsClearedButCountedWhole) {
-    const struct {
-        double degrees;
-        Angle::eAngleType form;
-        int decimals;
-        std::string text;
-        DWORD length;
-    } rows[] = {{12.5, kMarked, 2, "12 30' 0.00\"", 12},
-                {12.5, kDeg, 9, "12.500000000", 12},
-                {12.5, static_cast<Angle::eAngleType>(6), 2, "", 0}};
-    for (const auto& row : rows) {
-        const Angle angle(row.degrees, kDeg, kNone);
+    const Angle angle(12.5, kDeg, kNone);
+    const std::tuple<Angle::eAngleType, int, std::string> rows[] = {
+        {kMarked, 2, "12 30' 0.00\""}, {kDeg, 9, "12.500000000"}, {kUnknown, 2, ""}};
+    for (const auto& [form, decimals, text] : rows) {
         for (const DWORD size : {31u, 13u, 12u, 5u, 1u, 0u}) {
-            std::string buffer(32, 'x');
-            EXPECT_EQ(angle.AngleToString(buffer.data(), size, row.form, row.decimals),
-                      size == 0 ? 0 : row.length);
-            auto expected = row.text.substr(0, size == 0 ? 0 : size - 1);
+            std::string buffer(32, 'x'), expected = text.substr(0, size == 0 ? 0 : size - 1);
             expected.resize(size, '\0');
+            EXPECT_EQ(angle.AngleToString(buffer.data(), size, form, decimals),
+                      size == 0 ? 0 : text.size());
             EXPECT_EQ(buffer, expected + std::string(32 - size, 'x')) << size;
         }
-        EXPECT_EQ(angle.AngleToString(nullptr, 10, row.form, row.decimals), 0U);
+        EXPECT_EQ(angle.AngleToString(nullptr, 10, form, decimals), 0U);
     }
 }
 

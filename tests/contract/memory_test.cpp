@@ -173,13 +173,10 @@ TEST_F(Blocks, GoByTheRulesOfNames) {
     EXPECT_EQ(codeOf(create("no\\such\\space")), DWORD{ERROR_PATH_NOT_FOUND});
     EXPECT_EQ(codeOf(create(std::string(300, 'n'))), DWORD{ERROR_FILENAME_EXCED_RANGE});
     EXPECT_EQ(codeOf(OpenFileMappingA(FILE_MAP_WRITE, FALSE, nullptr)), badParameter);
-}
-
-TEST_F(Blocks, WithoutANameAreTheHoldersAlone) {
-    const HANDLE first = create(""), second = create("");
-    EXPECT_EQ(code_, DWORD{ERROR_SUCCESS});
+    const HANDLE nameless = create(""), another = create("");
+    EXPECT_EQ(code_, DWORD{ERROR_SUCCESS}) << "blocks without a name are two";
     EXPECT_NE(openCode(""), 0u);
-    for (const HANDLE handle : {first, second}) CloseHandle(handle);
+    for (const HANDLE handle : {nameless, another}) CloseHandle(handle);
 }
 
 }  // namespace

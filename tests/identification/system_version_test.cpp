@@ -10,12 +10,6 @@ namespace {
 
 using System = CJw32SystemVersionInfo;
 
-machine::Machine withVersion(const machine::Version& version) {
-    machine::Machine result;
-    result.version = version;
-    return result;
-}
-
 struct Classified {
     DWORD platform, major, minor;
     System::eOperatingSystem kind;
@@ -45,8 +39,8 @@ std::vector<int> answers(const System& system) {
 TEST(SystemVersion, ClassifiesByPlatformMajorAndMinor) {
     for (const auto& row : classified) {
         SCOPED_TRACE(testing::Message() << row.platform << " " << row.major << "." << row.minor);
-        const machine::Installed computer(
-            withVersion({.platform = row.platform, .major = row.major, .minor = row.minor}));
+        const machine::Installed computer(machine::Machine{
+            .version = {.platform = row.platform, .major = row.major, .minor = row.minor}});
         const System system;
         EXPECT_EQ(system.GetOperatingSystem(), row.kind);
         EXPECT_EQ(system.IsWinNTPlatform(), row.platform == 2);
@@ -60,14 +54,14 @@ TEST(SystemVersion, ClassifiesByPlatformMajorAndMinor) {
 TEST(SystemVersion, CountsASingleUserTerminalServerAsNone) {
     constexpr std::uint16_t suites[] = {0x10, 0xFEFF, 0x110, 0x100, 0};
     for (const auto& mask : suites) {
-        const machine::Installed computer(withVersion({.suiteMask = mask}));
+        const machine::Installed computer(machine::Machine{.version = {.suiteMask = mask}});
         EXPECT_EQ(System().IsTerminalServer(), &mask - suites < 2) << mask;
     }
 }
 
 TEST(SystemVersion, FallsBackToTheSmallerRecordAndThenToNone) {
-    const machine::Installed computer(
-        withVersion({.major = 5, .minor = 1, .suiteMask = 0x10, .knowsExtendedRecord = false}));
+    const machine::Installed computer(machine::Machine{
+        .version = {.major = 5, .minor = 1, .suiteMask = 0x10, .knowsExtendedRecord = false}});
     machine::Script script;
     EXPECT_EQ(System().GetOperatingSystem(), System::eWinXP);
     script.fail("GetVersionExA", ERROR_CALL_NOT_IMPLEMENTED, 0);
@@ -80,7 +74,8 @@ TEST(SystemVersion, FallsBackToTheSmallerRecordAndThenToNone) {
 TEST(SystemVersion, CopiesWithoutAskingAgain) {
     const System source;
     System assigned;
-    const machine::Installed other(withVersion({.platform = 1, .major = 4, .minor = 10}));
+    const machine::Installed other(
+        machine::Machine{.version = {.platform = 1, .major = 4, .minor = 10}});
     machine::Script script;
     const System copy = source;
     assigned = source;
