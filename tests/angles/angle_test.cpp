@@ -17,16 +17,12 @@ constexpr auto kUnknown = static_cast<Angle::eAngleType>(6);
 constexpr auto kNone = Angle::eAngleRangeNone, kPositive = Angle::eAngleRangePositive;
 constexpr auto kFree = Angle::eAngleRangeFree, kSigned = Angle::eAngleRangeSigned;
 
-TEST(Angle, StartsAtZeroWithoutRange) {
-    const Angle angle;
-    EXPECT_EQ(angle.Rad(), 0.0);
-    EXPECT_EQ(angle.AngleRange(), kNone);
+TEST(Angle, StartsAtZeroWithoutRangeAndCopiesBoth) {
     static_assert(std::has_virtual_destructor_v<Angle>);
-}
-
-TEST(Angle, CopiesAngleAndRange) {
     const Angle source(1.0, kRad, kSigned), copy(source);
     Angle target;
+    EXPECT_EQ(target.Rad(), 0.0);
+    EXPECT_EQ(target.AngleRange(), kNone);
     EXPECT_EQ(&(target = source), &target);
     for (const Angle& angle : {copy, target}) {
         EXPECT_EQ(angle.Rad(), 1.0);

@@ -22,27 +22,25 @@ TEST(CodePages, AreConvertedBothWaysInTheRoomThatTheyTake) {
                 {"\xE2\x82", CP_UTF8, u"\uFFFD", false},
                 {"\x83", 932, u"\u30FB", false},
                 {"\x83 z", 932, u"\u30FBz", false}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(&row - rows);
-        const int bytes = static_cast<int>(row.bytes.size()) + 1;
-        const int wides = static_cast<int>(row.wide.size()) + 1;
+    for (const auto& [bytes, codePage, text, valid] : rows) {
         wchar_t wide[16];
-        const auto decode = [&](int room) {
-            return MultiByteToWideChar(row.codePage, 0, row.bytes.c_str(), -1, wide, room);
+        const auto decode = [&, page = codePage, source = bytes.c_str()](std::size_t room) {
+            return MultiByteToWideChar(page, 0, source, -1, wide, static_cast<int>(room));
         };
-        EXPECT_EQ(codeOf(decode(wides - 1)), DWORD{ERROR_INSUFFICIENT_BUFFER});
-        EXPECT_EQ(decode(0), wides) << "the room that it takes";
-        EXPECT_EQ(decode(wides), wides);
-        EXPECT_EQ(std::u16string(wide, wide + wides - 1), row.wide);
-        if (!row.valid) continue;
+        const int wides = decode(0);
+        EXPECT_EQ(codeOf(decode(text.size())), DWORD{ERROR_INSUFFICIENT_BUFFER}) << bytes;
+        EXPECT_EQ(decode(text.size() + 1), wides) << bytes;
+        EXPECT_EQ(std::u16string(wide, wide + wides - 1), text) << bytes;
+        if (!valid) continue;
         char narrow[16];
-        const auto encode = [&](int room) {
-            return WideCharToMultiByte(row.codePage, 0, wide, -1, narrow, room, nullptr, nullptr);
+        const auto encode = [&, page = codePage](std::size_t room) {
+            return WideCharToMultiByte(page, 0, wide, -1, narrow, static_cast<int>(room), nullptr,
+                                       nullptr);
         };
-        EXPECT_EQ(codeOf(encode(bytes - 1)), DWORD{ERROR_INSUFFICIENT_BUFFER});
-        EXPECT_EQ(encode(0), bytes) << "the room that it takes";
-        EXPECT_EQ(encode(bytes), bytes);
-        EXPECT_EQ(narrow, row.bytes);
+        const int count = encode(0);
+        EXPECT_EQ(codeOf(encode(bytes.size())), DWORD{ERROR_INSUFFICIENT_BUFFER}) << bytes;
+        EXPECT_EQ(encode(bytes.size() + 1), count) << bytes;
+        EXPECT_EQ(narrow, bytes);
     }
 }
 

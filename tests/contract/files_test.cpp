@@ -7,23 +7,15 @@
 namespace {
 
 std::string nameOf(DWORD code) {
-    static const std::map<DWORD, std::string> names = {
-        {ERROR_SUCCESS, "OK"},
-        {ERROR_FILE_NOT_FOUND, "FILE_NOT_FOUND"},
-        {ERROR_PATH_NOT_FOUND, "PATH_NOT_FOUND"},
-        {ERROR_ACCESS_DENIED, "ACCESS_DENIED"},
-        {ERROR_INVALID_HANDLE, "INVALID_HANDLE"},
-        {ERROR_SHARING_VIOLATION, "SHARING_VIOLATION"},
-        {ERROR_BAD_NETPATH, "BAD_NETPATH"},
-        {ERROR_FILE_EXISTS, "FILE_EXISTS"},
-        {ERROR_INVALID_PARAMETER, "INVALID_PARAMETER"},
-        {ERROR_INVALID_NAME, "INVALID_NAME"},
-        {ERROR_NEGATIVE_SEEK, "NEGATIVE_SEEK"},
-        {ERROR_DIR_NOT_EMPTY, "DIR_NOT_EMPTY"},
-        {ERROR_ALREADY_EXISTS, "ALREADY_EXISTS"},
-        {ERROR_DIRECTORY, "DIRECTORY"}};
-    const auto found = names.find(code);
-    return found != names.end() ? found->second : std::to_string(code);
+    std::istringstream names(
+        "0 OK 2 FILE_NOT_FOUND 3 PATH_NOT_FOUND 5 ACCESS_DENIED 6 INVALID_HANDLE "
+        "32 SHARING_VIOLATION 53 BAD_NETPATH 80 FILE_EXISTS 87 INVALID_PARAMETER 123 INVALID_NAME "
+        "131 NEGATIVE_SEEK 145 DIR_NOT_EMPTY 183 ALREADY_EXISTS 267 DIRECTORY");
+    DWORD number = 0;
+    for (std::string name; names >> number >> name;) {
+        if (number == code) return name;
+    }
+    return std::to_string(code);
 }
 
 std::string outcome(BOOL succeeded) {
@@ -47,7 +39,8 @@ const Marks flags = {
     {"readonly", FILE_ATTRIBUTE_READONLY},  {"hidden", FILE_ATTRIBUTE_HIDDEN},
     {"system", FILE_ATTRIBUTE_SYSTEM},      {"directory", FILE_ATTRIBUTE_DIRECTORY},
     {"archive", FILE_ATTRIBUTE_ARCHIVE},    {"normal", FILE_ATTRIBUTE_NORMAL},
-    {"backup", FILE_FLAG_BACKUP_SEMANTICS}, {"once", FILE_FLAG_DELETE_ON_CLOSE}};
+    {"backup", FILE_FLAG_BACKUP_SEMANTICS}, {"once", FILE_FLAG_DELETE_ON_CLOSE},
+    {"link", FILE_FLAG_OPEN_REPARSE_POINT}};
 
 // The sum of the marks that a text holds.
 DWORD sumOf(const Marks& marks, const std::string& text) {

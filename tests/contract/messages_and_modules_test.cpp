@@ -55,13 +55,4 @@ TEST(Version, FillsTheRecordsOfTheTwoKnownSizes) {
     EXPECT_EQ(fill(155), DWORD{ERROR_INSUFFICIENT_BUFFER});
 }
 
-TEST(LastError, BelongsToTheThread) {
-    SetLastError(4711);
-    const auto setOwn = [](LPVOID) WINAPI -> DWORD { return SetLastError(1), 0; };
-    const HANDLE thread = CreateThread(nullptr, 0, setOwn, nullptr, 0, nullptr);
-    ASSERT_EQ(WaitForSingleObject(thread, INFINITE), DWORD{WAIT_OBJECT_0});
-    CloseHandle(thread);
-    EXPECT_EQ(GetLastError(), 4711u);
-}
-
 }  // namespace

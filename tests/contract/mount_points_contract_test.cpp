@@ -31,8 +31,8 @@ class MountPoints : public ScratchDrives {
         Jw32DirectoryCreate(c("link").c_str());
         write(c("file"), "content");
     }
-    HANDLE open(const char* name, DWORD share = 0) const {
-        return CreateFileW(Wide(c(name)), GENERIC_WRITE, share, nullptr, OPEN_EXISTING,
+    HANDLE open(const char* name) const {
+        return CreateFileW(Wide(c(name)), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
                            FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     }
     // The code of setting a mount point; 0: it is set.
@@ -70,13 +70,6 @@ TEST_F(MountPoints, AreSetOnAnEmptyDirectoryFromASoundBuffer) {
     EXPECT_TRUE(exists(c("target\\sub")));
     EXPECT_EQ(read(c("file")), "content");
     EXPECT_EQ(set(reinterpret_cast<HANDLE>(INT_PTR{0x7774}), sound), DWORD{ERROR_INVALID_HANDLE});
-}
-
-TEST_F(MountPoints, ADirectoryCanBeHeldForOneself) {
-    const HANDLE first = open("link");
-    EXPECT_EQ(codeOf(open("link", FILE_SHARE_READ | FILE_SHARE_WRITE) != INVALID_HANDLE_VALUE),
-              DWORD{ERROR_SHARING_VIOLATION});
-    EXPECT_TRUE(CloseHandle(first));
 }
 
 }  // namespace

@@ -15,7 +15,9 @@ bool isInPlace(const Name& name) {
     return offset >= 0 && offset < static_cast<std::ptrdiff_t>(sizeof name);
 }
 
-TEST(Names, LieInPlaceUpTo127WideAnd31NarrowCharacters) {
+TEST(Names, LieInPlaceUpTo127WideAnd31NarrowCharactersAndMayBeNull) {
+    EXPECT_EQ(static_cast<const wchar_t*>(Jw32WideName(nullptr)), nullptr);
+    EXPECT_EQ(static_cast<const char*>(Jw32AnsiName(nullptr)), nullptr);
     for (const std::size_t length : {0u, 1u, 31u, 32u, 127u, 128u, 5000u}) {
         const std::string source(length, 'n');
         const Jw32WideName wide(source.c_str());
@@ -24,11 +26,6 @@ TEST(Names, LieInPlaceUpTo127WideAnd31NarrowCharacters) {
         EXPECT_EQ(isInPlace<wchar_t>(wide), length <= 127) << length;
         EXPECT_EQ(isInPlace<char>(name), length <= 31) << length;
     }
-}
-
-TEST(Names, OfNothingAreNull) {
-    EXPECT_EQ(static_cast<const wchar_t*>(Jw32WideName(nullptr)), nullptr);
-    EXPECT_EQ(static_cast<const char*>(Jw32AnsiName(nullptr)), nullptr);
 }
 
 }  // namespace

@@ -7,10 +7,12 @@
 namespace {
 
 void runAThread() {
-    const auto nothing = [](LPVOID) WINAPI -> DWORD { return 0; };
-    const HANDLE thread = CreateThread(nullptr, 0, nothing, nullptr, 0, nullptr);
+    const auto fail = [](LPVOID) WINAPI -> DWORD { return SetLastError(1), 0; };
+    SetLastError(4711);
+    const HANDLE thread = CreateThread(nullptr, 0, fail, nullptr, 0, nullptr);
     EXPECT_EQ(WaitForSingleObject(thread, INFINITE), DWORD{WAIT_OBJECT_0});
     CloseHandle(thread);
+    EXPECT_EQ(GetLastError(), 4711u) << "is that of another thread";
 }
 
 TEST(ResourceHandle, StandsUntilAThreadStartsOrEnds) {
