@@ -38,7 +38,8 @@ BOOL WINAPI CreateDirectoryW(LPCWSTR name, LPSECURITY_ATTRIBUTES security) {
         return scripted.or_(FALSE);
     }
     constexpr mode_t newDirectoryMode = 0777;
-    const auto path = machine::parsePath(name);
+    auto path = machine::parsePath(name);
+    path.trailingSeparator = false;  // whatever stands there, it is in the way
     if (const DWORD code = path.fileError()) return failWith(code, FALSE);
     const auto found = machine::findOnHost(path);
     if (found.exists()) return failWith(ERROR_ALREADY_EXISTS, FALSE);

@@ -116,8 +116,8 @@ bool copyProperties(int from, int to, const struct stat& status) {
 // Why the target may not be replaced; 0: it may.
 DWORD objectionOf(const HostName& from, const HostName& to, bool failIfExists) {
     if (!to.exists()) return to.canBeMade() ? ERROR_SUCCESS : to.error;
-    if (to.isDirectory()) return ERROR_ACCESS_DENIED;
     if (failIfExists) return ERROR_FILE_EXISTS;
+    if (to.isDirectory()) return ERROR_ACCESS_DENIED;
     const bool same =
         from.status.st_dev == to.status.st_dev && from.status.st_ino == to.status.st_ino;
     if (same) return ERROR_SHARING_VIOLATION;
@@ -158,6 +158,8 @@ BOOL WINAPI CopyFileW(LPCWSTR from, LPCWSTR to, BOOL failIfExists) {
     const auto sourceName = machine::findOnHost(source), targetName = machine::findOnHost(target);
     if (!sourceName.exists()) return failWith(sourceName.error, FALSE);
     if (sourceName.isDirectory()) return failWith(ERROR_ACCESS_DENIED, FALSE);
+    if (target.trailingSeparator && targetName.canBeMade())
+        return failWith(ERROR_INVALID_NAME, FALSE);
     if (const DWORD code = objectionOf(sourceName, targetName, failIfExists != FALSE)) {
         return failWith(code, FALSE);
     }

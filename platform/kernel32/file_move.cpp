@@ -48,6 +48,7 @@ DWORD move(const machine::Path& source, const machine::Path& target) {
     if (source.isRoot() || target.isRoot()) return ERROR_ACCESS_DENIED;
     const auto from = machine::findOnHost(source);
     if (!from.exists()) return from.error;
+    if (target.trailingSeparator && !from.isDirectory()) return ERROR_DIRECTORY;
     const auto to = machine::findOnHost(target);
     // The same file under a name that differs by case only, or not at all.
     const bool same = to.exists() && isSameFile(from, to) && from.path == to.path;

@@ -140,7 +140,9 @@ HANDLE openLink(const Request& request, const HostName& name) {
 }
 
 HANDLE openNullDevice(const Request& request) {
-    return makeHandle(openDescriptor("/dev/null", true, 0), request, {});
+    const HANDLE handle = makeHandle(openDescriptor("/dev/null", true, 0), request, {});
+    if (request.disposition == OPEN_ALWAYS) SetLastError(ERROR_ALREADY_EXISTS);
+    return handle;
 }
 
 // The usual case: a file that exists under exactly this name is opened without a look before it.
@@ -160,10 +162,7 @@ HANDLE openPath(const Request& request, const machine::Path& path) {
     if (name.exists() && request.wantsLink() && isDirectoryLink(name.path, name.status)) {
         return openLink(request, name);
     }
-    if (name.exists()) {
-        const bool asFolder = path.trailingSeparator && !name.isDirectory();
-        return asFolder ? refuse(ERROR_INVALID_NAME) : openExisting(request, name);
-    }
+    if (name.exists()) return openExisting(request, name);
     if (!request.creates() || !name.canBeMade()) return refuse(name.error);
     return path.trailingSeparator ? refuse(ERROR_INVALID_NAME) : createFile(request, name);
 }

@@ -91,12 +91,14 @@ HostName findOnHost(const Path& path) {
     HostName found;
     found.path = literalHostPath(path);
     const int error = status(found.path, found.status);
-    if (error == 0) return found;
-    if (path.isRoot() || (error != ENOENT && error != ENOTDIR)) {
+    if (error != 0 && (path.isRoot() || (error != ENOENT && error != ENOTDIR))) {
         found.error = path.isRoot() ? ERROR_PATH_NOT_FOUND : codeOfHostError(error);
         return found;
     }
-    return findByComponents(path);
+    if (error != 0) found = findByComponents(path);
+    const bool isFile = found.exists() && S_ISREG(found.status.st_mode);
+    if (isFile && path.trailingSeparator) found.error = ERROR_INVALID_NAME;
+    return found;
 }
 
 }  // namespace machine

@@ -22,7 +22,7 @@ struct HostName {
     bool isDirectory() const { return S_ISDIR(status.st_mode); }
 };
 
-// A dangling symbolic link counts as existing.
+// A dangling symbolic link counts as existing. A file with a separator behind its name is none.
 HostName findOnHost(const Path& path);
 
 // The folder that holds the last component of a path that is not a root.

@@ -25,6 +25,7 @@ Path invalid(DWORD error) {
 }
 
 bool isValidComponent(const std::u16string& component, bool wildcards) {
+    if (component == u"." || component == u"..") return false;  // of a path taken as it stands
     const std::u16string_view refused = wildcards ? u"<>:\"|/" : u"<>:\"|/?*";
     return component.size() <= longestComponent &&
            std::none_of(component.begin(), component.end(), [&](char16_t character) {
