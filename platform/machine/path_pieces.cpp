@@ -21,6 +21,11 @@ std::u16string_view withoutTrailing(std::u16string_view name, std::u16string_vie
     return name.substr(0, last == std::u16string_view::npos ? 0 : last + 1);
 }
 
+// Within a path, a name loses one dot at its end.
+std::u16string_view withoutDot(std::u16string_view name) {
+    return name.ends_with(u'.') ? name.substr(0, name.size() - 1) : name;
+}
+
 std::u16string joined(std::u16string root, const Components& components, bool trailingSeparator) {
     for (const auto& component : components) {
         if (!root.ends_with(u'\\')) root += u'\\';
@@ -82,7 +87,8 @@ bool beginsWithDrive(std::u16string_view text) {
     return text.size() > 1 && isLetter(text[0]) && text[1] == u':';
 }
 
-void addComponents(Components& components, std::u16string_view text) {
+bool addComponents(Components& components, std::u16string_view text) {
+    const bool asFolder = !text.empty() && isSeparator(text.back());
     while (!text.empty()) {
         const auto end = std::find_if(text.begin(), text.end(), isSeparator);
         const std::u16string name(text.begin(), end);
@@ -91,10 +97,14 @@ void addComponents(Components& components, std::u16string_view text) {
             if (!components.empty()) components.pop_back();
             continue;
         }
-        const bool last = text.empty();
-        const auto kept = withoutTrailing(name, last ? u". " : u".");
+        const auto kept = withoutDot(name);
         if (!kept.empty()) components.emplace_back(kept);
     }
+    if (asFolder || components.empty()) return asFolder;
+    components.back() = withoutTrailing(components.back(), u". ");
+    if (!components.back().empty()) return false;
+    components.pop_back();
+    return true;
 }
 
 void addVerbatim(Components& components, std::u16string_view text) {
@@ -122,16 +132,16 @@ bool isNullDevice(std::u16string_view component) {
 
 std::u16string fullPathOf(std::u16string_view text) {
     if (text.empty()) return {};
-    const bool trailingSeparator = isSeparator(text.back());
+    const bool endsInSeparator = isSeparator(text.back());
     const bool verbatim = text.starts_with(u"\\\\?\\") || text.starts_with(u"\\\\.\\");
     Components components;
     const auto root = takeRoot(text, components);
     if (root.empty()) return {};
-    addComponents(components, text);
+    const bool asFolder = addComponents(components, text) || endsInSeparator;
     const auto device = verbatim || components.empty() || root.starts_with(u"\\\\")
                             ? std::u16string()
                             : deviceOf(components.back());
-    return device.empty() ? joined(root, components, trailingSeparator) : u"\\\\.\\" + device;
+    return device.empty() ? joined(root, components, asFolder) : u"\\\\.\\" + device;
 }
 
 }  // namespace machine

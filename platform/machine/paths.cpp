@@ -74,8 +74,12 @@ std::string hostCurrentDirectory() {
 // "\\server\share\rest".
 Path sharePath(std::u16string_view text, bool verbatim) {
     Components all;
-    verbatim ? addVerbatim(all, text) : addComponents(all, text);
     Path path;
+    if (verbatim) {
+        addVerbatim(all, text);
+    } else {
+        path.trailingSeparator = addComponents(all, text);
+    }
     path.share = all.size() < 2 ? nullptr : current().share(toUtf8(all[0]), toUtf8(all[1]));
     if (path.share == nullptr)
         return invalid(all.size() < 2 ? ERROR_INVALID_NAME : ERROR_BAD_NETPATH);
@@ -98,7 +102,7 @@ Path drivePath(std::u16string_view text, bool verbatim) {
         auto here = currentDirectory();
         if (here.drive == path.drive) path.components = std::move(here.components);
     }
-    addComponents(path.components, rest);
+    path.trailingSeparator = addComponents(path.components, rest);
     return path;
 }
 
@@ -109,7 +113,7 @@ Path absolute(std::u16string_view text) {
     }
     auto path = currentDirectory();
     if (isSeparator(text[0])) path.components.clear();
-    addComponents(path.components, text);
+    path.trailingSeparator = addComponents(path.components, text);
     return path;
 }
 
@@ -181,7 +185,8 @@ Path parsePath(std::u16string_view text, Wildcards wildcards) {
                 : onDevice ? device(text.substr(4))
                            : absolute(text);
     if (path.error != 0 || path.kind == Path::Kind::NullDevice) return path;
-    path.trailingSeparator = isSeparator(text.back()) && !path.components.empty();
+    const bool endsInSeparator = path.trailingSeparator || isSeparator(text.back());
+    path.trailingSeparator = endsInSeparator && !path.components.empty();
     path = checked(std::move(path), wildcards);
     const bool tooLong =
         !asItStands && path.kind == Path::Kind::File && path.text().size() >= MAX_PATH;
