@@ -1,5 +1,6 @@
 // Resolution of "." and ".." in the text of a path.
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "errhandlingapi.h"
@@ -68,7 +69,7 @@ BOOL WINAPI PathCanonicalizeA(LPSTR target, LPCSTR path) {
         return FALSE;
     }
     const auto result = canonical(path);
-    const bool fits = result.size() < MAX_PATH;
+    const bool fits = std::string_view(path).size() < MAX_PATH;
     const auto length = fits ? result.copy(target, result.size()) : 0;
     target[length] = '\0';
     if (!fits) SetLastError(ERROR_INSUFFICIENT_BUFFER);

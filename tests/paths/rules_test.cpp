@@ -11,8 +11,9 @@ namespace {
 std::string expanded(const std::string& text) {
     const auto at = text.find('%');
     if (at == text.npos) return text;
-    const std::string letters(std::stoul(text.substr(at + 1)), 'x');
-    return text.substr(0, at) + letters;
+    std::size_t digits = 0;
+    const std::string letters(std::stoul(text.substr(at + 1), &digits), 'x');
+    return text.substr(0, at) + letters + text.substr(at + 1 + digits);
 }
 
 using Rule = int(const char*);
