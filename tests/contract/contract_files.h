@@ -6,12 +6,6 @@
 #include "support/wide.h"
 #include "wine.h"
 
-inline std::string narrow(const wchar_t* text) {
-    char result[MAX_PATH] = "";
-    WideCharToMultiByte(CP_ACP, 0, text, -1, result, sizeof result, nullptr, nullptr);
-    return result;
-}
-
 class ContractFiles : public ScratchDrives {
   protected:
     ContractFiles() { arrange(); }

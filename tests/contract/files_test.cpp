@@ -42,10 +42,21 @@ const Marks flags = {
     {"backup", FILE_FLAG_BACKUP_SEMANTICS}, {"once", FILE_FLAG_DELETE_ON_CLOSE},
     {"link", FILE_FLAG_OPEN_REPARSE_POINT}};
 
-// The sum of the marks that a text holds.
-DWORD sumOf(const Marks& marks, const std::string& text) {
+std::string replaced(std::string text, const std::string& from, const std::string& to) {
+    for (auto at = text.find(from); at != text.npos; at = text.find(from)) {
+        text.replace(at, from.size(), to);
+    }
+    return text;
+}
+
+// The sum of the marks that a text holds, and nothing else but blanks and dashes.
+DWORD sumOf(const Marks& marks, std::string text) {
     DWORD sum = 0;
-    for (const auto& [word, mark] : marks) sum |= text.find(word) != text.npos ? mark : 0;
+    for (const auto& [word, mark] : marks) {
+        if (text.find(word) != text.npos) sum |= mark;
+        text = replaced(text, word, "");
+    }
+    EXPECT_EQ(text.find_first_not_of(" -"), text.npos) << "no mark: " << text;
     return sum;
 }
 
@@ -58,13 +69,6 @@ std::string rest(const Words& words, std::size_t from) {
 
 DWORD number(const std::string& word) {
     return static_cast<DWORD>(std::stoi(word));
-}
-
-std::string replaced(std::string text, const std::string& from, const std::string& to) {
-    for (auto at = text.find(from); at != text.npos; at = text.find(from)) {
-        text.replace(at, from.size(), to);
-    }
-    return text;
 }
 
 class Files : public ContractFiles {
@@ -90,12 +94,12 @@ class Files : public ContractFiles {
         return "OK";
     }
     std::string hold(const Words& w) {
-        const auto share = sumOf(sharing, w[3]), disposition = sumOf(dispositions, w[4]);
+        const auto share = sumOf(sharing, w.at(3)), disposition = sumOf(dispositions, w.at(4));
         SetLastError(4711);
-        const HANDLE file = CreateFileW(Wide(path(w[1])), sumOf(access, w[2]), share, nullptr,
+        const HANDLE file = CreateFileW(Wide(path(w.at(1))), sumOf(access, w.at(2)), share, nullptr,
                                         disposition, sumOf(flags, rest(w, 5)), nullptr);
         const DWORD code = GetLastError();
-        handles_[w[0]] = file;
+        handles_[w.at(0)] = file;
         return (file != INVALID_HANDLE_VALUE && code != 0 ? "OK " : "") + nameOf(code);
     }
     std::string open(Words w) {
@@ -135,7 +139,7 @@ class Files : public ContractFiles {
         return outcome(SetCurrentDirectoryA(path(name).c_str()));
     }
     std::string set(const Words& w) const {
-        return outcome(SetFileAttributesW(wide(w[0]), sumOf(flags, rest(w, 1))));
+        return outcome(SetFileAttributesW(wide(w.at(0)), sumOf(flags, rest(w, 1))));
     }
     std::string put(const std::string& name, const std::string& text) {
         DWORD count = 0;
@@ -150,8 +154,8 @@ class Files : public ContractFiles {
         return outcome(done, count);
     }
     std::string seek(const Words& w) {
-        const auto distance = static_cast<LONG>(number(w[1]));
-        const DWORD to = SetFilePointer(handle(w[0]), distance, nullptr, number(w[2]));
+        const auto distance = static_cast<LONG>(number(w.at(1)));
+        const DWORD to = SetFilePointer(handle(w.at(0)), distance, nullptr, number(w.at(2)));
         return outcome(to != INVALID_SET_FILE_POINTER, to);
     }
     std::string size(const std::string& name) {
@@ -174,26 +178,26 @@ TEST_F(Files, DoWhatTheLinesTell) {
         {"scene", [&](auto&) { return scene(); }},
         {"open", [&](auto& w) { return open(w); }},
         {"hold", [&](auto& w) { return hold(w); }},
-        {"close", [&](auto& w) { return outcome(CloseHandle(handle(w[0]))); }},
-        {"put", [&](auto& w) { return put(w[0], w[1]); }},
-        {"get", [&](auto& w) { return get(w[0], w[1]); }},
+        {"close", [&](auto& w) { return outcome(CloseHandle(handle(w.at(0)))); }},
+        {"put", [&](auto& w) { return put(w.at(0), w.at(1)); }},
+        {"get", [&](auto& w) { return get(w.at(0), w.at(1)); }},
         {"seek", [&](auto& w) { return seek(w); }},
-        {"size", [&](auto& w) { return size(w[0]); }},
-        {"cut", [&](auto& w) { return outcome(SetEndOfFile(handle(w[0]))); }},
-        {"endsearch", [&](auto& w) { return outcome(FindClose(handle(w[0]))); }},
-        {"write", [&](auto& w) { return write(path(w[0]), w[1]), "OK"; }},
-        {"read", [&](auto& w) { return content(w[0]); }},
-        {"move", [&](auto& w) { return outcome(MoveFileW(wide(w[0]), wide(w[1]))); }},
-        {"copy", [&](auto& w) { return outcome(CopyFileW(wide(w[0]), wide(w[1]), 0)); }},
-        {"copynew", [&](auto& w) { return outcome(CopyFileW(wide(w[0]), wide(w[1]), 1)); }},
-        {"delete", [&](auto& w) { return outcome(DeleteFileW(wide(w[0]))); }},
-        {"make", [&](auto& w) { return outcome(CreateDirectoryW(wide(w[0]), nullptr)); }},
-        {"remove", [&](auto& w) { return outcome(RemoveDirectoryW(wide(w[0]))); }},
-        {"enter", [&](auto& w) { return enter(w[0]); }},
-        {"full", [&](auto& w) { return full(w[0]); }},
+        {"size", [&](auto& w) { return size(w.at(0)); }},
+        {"cut", [&](auto& w) { return outcome(SetEndOfFile(handle(w.at(0)))); }},
+        {"endsearch", [&](auto& w) { return outcome(FindClose(handle(w.at(0)))); }},
+        {"write", [&](auto& w) { return write(path(w.at(0)), w.at(1)), "OK"; }},
+        {"read", [&](auto& w) { return content(w.at(0)); }},
+        {"move", [&](auto& w) { return outcome(MoveFileW(wide(w.at(0)), wide(w.at(1)))); }},
+        {"copy", [&](auto& w) { return outcome(CopyFileW(wide(w.at(0)), wide(w.at(1)), 0)); }},
+        {"copynew", [&](auto& w) { return outcome(CopyFileW(wide(w.at(0)), wide(w.at(1)), 1)); }},
+        {"delete", [&](auto& w) { return outcome(DeleteFileW(wide(w.at(0)))); }},
+        {"make", [&](auto& w) { return outcome(CreateDirectoryW(wide(w.at(0)), nullptr)); }},
+        {"remove", [&](auto& w) { return outcome(RemoveDirectoryW(wide(w.at(0)))); }},
+        {"enter", [&](auto& w) { return enter(w.at(0)); }},
+        {"full", [&](auto& w) { return full(w.at(0)); }},
         {"set", [&](auto& w) { return set(w); }},
-        {"attributes", [&](auto& w) { return marksOf(w[0]); }},
-        {"find", [&](auto& w) { return find(w[0]); }}};
+        {"attributes", [&](auto& w) { return marksOf(w.at(0)); }},
+        {"find", [&](auto& w) { return find(w.at(0)); }}};
     holdVectors(operations, onWine());
 }
 

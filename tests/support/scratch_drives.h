@@ -41,7 +41,7 @@ class ScratchDrives : public testing::Test {
             Jw32FileOpen(path.c_str(), GENERIC_READ, OPEN_EXISTING, 0, FILE_SHARE_READ);
         std::string content(4096, '\0');
         DWORD length = 0;
-        ReadFile(file, content.data(), 4096, &length, nullptr);
+        EXPECT_TRUE(ReadFile(file, content.data(), 4096, &length, nullptr)) << path;
         CloseHandle(file);
         content.resize(length);
         return content;

@@ -1,4 +1,4 @@
-// A wide copy of a name, for calls that take no other.
+// Wide copies of names, for calls that take no other, and the way back.
 #pragma once
 
 #include <windows.h>
@@ -20,3 +20,9 @@ class Wide {
   private:
     WideText text_;
 };
+
+inline std::string narrow(const wchar_t* text) {
+    char result[MAX_PATH] = "";
+    WideCharToMultiByte(CP_ACP, 0, text, -1, result, sizeof result, nullptr, nullptr);
+    return result;
+}
