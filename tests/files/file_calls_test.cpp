@@ -47,8 +47,10 @@ TEST_F(FileCalls, CloseTheFileWhoseSizeFailsAfterItsCodeWasRead) {
     machine::reclaimAll();
 }
 
-TEST_F(FileCalls, TakeAShortCountForNoFailureOfThePlatform) {
-    script->answer("WriteFile", TRUE);
+TEST_F(FileCalls, TakeAShortCountOrAFarPositionForNoFailureOfThePlatform) {
+    for (auto n : {"ReadFile", "WriteFile", "SetFilePointer"}) script->answer(n, 0xFFFFFFFE);
+    EXPECT_EQ(reported(Jw32FileRead, nullptr, nullptr, 4), Report(0));
+    EXPECT_EQ(Jw32FileSeek(nullptr, 0) + Jw32FileSeekEnd(nullptr), 2);
     EXPECT_EQ(reported(Jw32FileWrite, nullptr, "text", 4), Report(0));
 }
 

@@ -2,6 +2,7 @@
 // of the failures of these calls.
 #include <atlexcept.h>
 #include <gmock/gmock.h>
+#include <jw32/file_names.h>
 #include <jw32/folders.h>
 #include <jw32/free_space.h>
 #include <jw32/paths.h>
@@ -45,6 +46,7 @@ TEST(Path, IsJudgedByItsDriveAndAskedAboutOnlyAsFarAsNeeded) {
             EXPECT_EQ(Jw32PathIsValid("A:\\a", accepted, &removable), valid) << kind;
             EXPECT_EQ(removable, isRemovable) << kind;
             EXPECT_EQ(Jw32PathIsValid("A:\\a", accepted, nullptr), valid) << kind;
+            EXPECT_EQ(Jw32PathIsValid("  ", accepted, nullptr), 0) << kind;
         }
     }
     machine::Script script;
@@ -62,6 +64,8 @@ TEST(Path, IsJudgedByItsDriveAndAskedAboutOnlyAsFarAsNeeded) {
               R"(PathIsSameRootW("C:\a\", "D:\a\") PathCanonicalizeA("C:\c") )");
     script.answer("GetShortPathNameA", 5);
     EXPECT_EQ(Jw32PathIsEqual("C:\\a\\b", "C:\\a\\c"), 0) << "without a short form";
+    EXPECT_EQ(Jw32IsReservedDeviceName("con"), 1);
+    EXPECT_EQ(script.texts().back(), R"(CompareStringA(2048, 1, "CON", -1, "con", -1))");
 }
 
 TEST(ModulePath, IsThatOfTheBareDriveForAModuleInItsRoot) {
