@@ -16,8 +16,9 @@ TEST(Crc, IsTheStandardOneOverPiecesToo) {
     EXPECT_EQ(crcOf("123456789"), 0xCBF43926U);
     EXPECT_EQ(crcOf("456789", crcOf("123")), 0xCBF43926U);
     EXPECT_EQ(Jw32CrcString("456789", Jw32CrcString("123", 0)), 0xCBF43926U);
-    EXPECT_EQ(Jw32CrcString("abc", 0), 0x352441C2U);
-    EXPECT_EQ(Jw32CrcString("abc", 0xFFFFFFFF), 0x359A672FU);
+    EXPECT_EQ(Jw32CrcString("123456789", 0), 0xCBF43926U);
+    EXPECT_EQ(crcOf("abc"), 0x352441C2U);
+    EXPECT_EQ(crcOf("abc", 0xFFFFFFFF), 0x359A672FU);
     EXPECT_EQ(crcOf({'\xFF', '\0', '\xFF'}), 0x6CDB0272U) << "bytes above 0x7F and zeros count";
     EXPECT_EQ(Jw32CrcString("\xE4\xFF", 0), crcOf("\xE4\xFF"));
 }

@@ -28,7 +28,8 @@ double numberOf(const std::string& word) {
     if (const auto found = words.find(word); found != words.end()) return found->second;
     double number = 0.0;
     const char* const end = word.data() + word.size();
-    EXPECT_EQ(std::from_chars(word.data(), end, number).ptr, end) << word << " is no number";
+    const auto read = std::from_chars(word.data(), end, number);
+    EXPECT_TRUE(read.ptr == end && read.ec == std::errc()) << word << " is no number";
     return number;
 }
 

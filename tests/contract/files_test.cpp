@@ -198,7 +198,7 @@ TEST_F(Files, DoWhatTheLinesTell) {
         {"set", [&](auto& w) { return set(w); }},
         {"attributes", [&](auto& w) { return marksOf(w.at(0)); }},
         {"find", [&](auto& w) { return find(w.at(0)); }}};
-    holdVectors(operations, onWine());
+    holdVectors(operations, onWine(), true);
 }
 
 }  // namespace

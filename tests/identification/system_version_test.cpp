@@ -27,6 +27,7 @@ constexpr Classified classified[] = {
     {2, 6, 0, System::eWinVista},      {2, 10, 0, System::eWinVista},
     {2, 6, 1, System::eWin7},          {2, 6, 2, System::eUnknownOS},
     {3, 6, 1, System::eUnknownOS},     {0xFFFFFFFF, 4, 0, System::eUnknownOS},
+    {1, 4, ~0u, System::eWinME},       {2, ~0u, 0, System::eWinVista},
 };
 
 // What the operation of each kind says, in the order of the kinds; eWin7 has none.

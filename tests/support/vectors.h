@@ -1,6 +1,7 @@
 // Tests from a list. Each line names an operation and its arguments, separated by blanks and in
 // quotes where they hold blanks or nothing, and behind an equals sign what the operation gives. A
-// tilde at its beginning marks a line that one of the builds leaves out.
+// tilde at its beginning marks a line that one of the builds leaves out. Unless told otherwise, all
+// lines of an operation must have as many arguments as its first.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -8,7 +9,6 @@
 #include <functional>
 #include <iomanip>
 #include <map>
-#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -18,9 +18,10 @@ using Operations = std::map<std::string, std::function<std::string(const Words&)
 
 extern const char* const vectors;  // of the test program
 
-inline void holdVectors(const Operations& operations, bool leavesOutMarked = false) {
+inline void holdVectors(const Operations& operations, bool leavesOutMarked = false,
+                        bool argumentsVary = false) {
     std::istringstream lines(vectors);
-    std::set<std::string> used;
+    std::map<std::string, std::size_t> used;  // and with how many arguments
     for (std::string line, name, word; std::getline(lines, line);) {
         if (line.empty() || line.starts_with('#')) continue;
         SCOPED_TRACE(line);
@@ -32,7 +33,8 @@ inline void holdVectors(const Operations& operations, bool leavesOutMarked = fal
         Words arguments;
         while (left >> std::quoted(word, '"', '\0')) arguments.push_back(word);
         EXPECT_EQ(operations.at(name)(arguments), line.substr(sign + 3));
-        used.insert(name);
+        const auto count = used.emplace(name, arguments.size()).first->second;
+        EXPECT_TRUE(argumentsVary || arguments.size() == count) << "too many or too few arguments";
     }
     EXPECT_EQ(used.size(), operations.size()) << "an operation without a vector";
 }
