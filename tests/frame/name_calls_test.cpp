@@ -1,11 +1,13 @@
 // Name conversions that the platform refuses at first, or for good.
 #include <atlexcept.h>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "frame/name_conversion.h"
 #include "machine/testing.h"
 
 namespace {
+
+using namespace testing;
 
 // The names of the calls that convert, and what makes them.
 const std::pair<const char*, void (*)()> conversions[] = {
@@ -16,8 +18,9 @@ TEST(Conversions, AskForTheRoomThatIsNeededOnce) {
     for (const auto& [call, convert] : conversions) {
         machine::Script script;
         script.fail(call, ERROR_INSUFFICIENT_BUFFER, 1);
+        script.answer(call, 129, 2);
         convert();
-        EXPECT_EQ(script.count(call), 3u);
+        EXPECT_THAT(script.texts(), ElementsAre(_, _, _, ContainsRegex("[(]3, 0, .*, 129")));
     }
 }
 
@@ -26,15 +29,18 @@ TEST(Conversions, ThrowTheCodeOfTheCallThatFailedLast) {
         DWORD code;
         unsigned call;  // which call fails with it; the first one finds too little room then
         DWORD result;
+        int room = 5;  // what the second one tells that is needed
     } const rows[] = {{ERROR_NO_UNICODE_TRANSLATION, 1, 0x80070459},
                       {0x00015678, 1, 0x80075678},
                       {0x80004005, 1, 0x80004005},
                       {ERROR_INVALID_PARAMETER, 2, 0x80070057},
-                      {ERROR_INSUFFICIENT_BUFFER, 3, 0x8007007A}};
+                      {ERROR_INSUFFICIENT_BUFFER, 3, 0x8007007A},
+                      {ERROR_INVALID_FUNCTION, 3, 0x80070057, -5}};
     for (const auto& row : rows) {
         for (const auto& [call, convert] : conversions) {
             machine::Script script;
             if (row.call > 1) script.fail(call, ERROR_INSUFFICIENT_BUFFER, 1);
+            if (row.call > 2) script.answer(call, static_cast<DWORD>(row.room), 2);
             script.fail(call, row.code, row.call);
             DWORD thrown = 0;
             try {

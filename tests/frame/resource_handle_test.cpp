@@ -6,10 +6,14 @@
 
 namespace {
 
-void runAThread() {
-    const auto fail = [](LPVOID) WINAPI -> DWORD { return SetLastError(1), 0; };
+void runAThread(HINSTANCE own) {
+    const auto fail = [](LPVOID expected) WINAPI -> DWORD {
+        EXPECT_EQ(Jw32GetResourceHandle(), expected) << "when a thread starts";
+        Jw32SetResourceHandle(nullptr);
+        return SetLastError(1), 0;
+    };
     SetLastError(4711);
-    const HANDLE thread = CreateThread(nullptr, 0, fail, nullptr, 0, nullptr);
+    const HANDLE thread = CreateThread(nullptr, 0, fail, own, 0, nullptr);
     EXPECT_EQ(WaitForSingleObject(thread, INFINITE), DWORD{WAIT_OBJECT_0});
     CloseHandle(thread);
     EXPECT_EQ(GetLastError(), 4711u) << "is that of another thread";
@@ -21,7 +25,7 @@ TEST(ResourceHandle, StandsUntilAThreadStartsOrEnds) {
     for (const HINSTANCE set : {HINSTANCE{GetModuleHandleA("kernel32.dll")}, HINSTANCE{nullptr}}) {
         Jw32SetResourceHandle(set);
         EXPECT_EQ(Jw32GetResourceHandle(), set);
-        runAThread();
+        runAThread(own);
         EXPECT_EQ(Jw32GetResourceHandle(), own);
     }
 }

@@ -36,6 +36,7 @@ TEST(ErrorTriple, GivesWhatIsWantedOfCodeAndText) {
         std::string buffer = former + std::string(256, 'x');
         const ErrorTriple triple(row.wantsCode ? &code : nullptr,
                                  row.wantsBuffer ? buffer.data() : nullptr, row.size);
+        EXPECT_EQ(triple.failWithString(-1, 4711, 2), -1);
         SetLastError(ERROR_ACCESS_DENIED);
         EXPECT_EQ(triple.fail(-1), -1);
         EXPECT_EQ(code, row.wantsCode ? DWORD{ERROR_ACCESS_DENIED} : 7u);

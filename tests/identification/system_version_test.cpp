@@ -16,18 +16,14 @@ struct Classified {
 };
 
 constexpr Classified classified[] = {
-    {0, 3, 11, System::eWin32S},       {0, 4, 0, System::eWin32S},
-    {1, 3, 95, System::eWin95},        {1, 4, 0, System::eWin95},
-    {1, 4, 1, System::eWin98},         {1, 4, 10, System::eWin98},
-    {1, 4, 89, System::eWin98},        {1, 4, 90, System::eWinME},
-    {1, 5, 0, System::eWinME},         {2, 3, 51, System::eNT35},
-    {2, 4, 0, System::eNT40},          {2, 4, 99, System::eNT40},
-    {2, 5, 0, System::eWin2000},       {2, 5, 1, System::eWinXP},
-    {2, 5, 2, System::eWinServer2003}, {2, 5, 3, System::eUnknownOS},
-    {2, 6, 0, System::eWinVista},      {2, 10, 0, System::eWinVista},
-    {2, 6, 1, System::eWin7},          {2, 6, 2, System::eUnknownOS},
-    {3, 6, 1, System::eUnknownOS},     {0xFFFFFFFF, 4, 0, System::eUnknownOS},
-    {1, 4, ~0u, System::eWinME},       {2, ~0u, 0, System::eWinVista},
+    {0, 3, 11, System::eWin32S},   {0, 4, 0, System::eWin32S},    {1, 3, 95, System::eWin95},
+    {1, 4, 0, System::eWin95},     {1, 4, 1, System::eWin98},     {1, 4, 10, System::eWin98},
+    {1, 4, 89, System::eWin98},    {1, 4, 90, System::eWinME},    {1, 5, 0, System::eWinME},
+    {2, 3, 51, System::eNT35},     {2, 4, 0, System::eNT40},      {2, 4, 99, System::eNT40},
+    {2, 5, 0, System::eWin2000},   {2, 5, 1, System::eWinXP},     {2, 5, 2, System::eWinServer2003},
+    {2, 5, 3, System::eUnknownOS}, {2, 6, 0, System::eWinVista},  {2, 10, 0, System::eWinVista},
+    {2, 6, 1, System::eWin7},      {2, 6, 2, System::eUnknownOS}, {3, 6, 1, System::eUnknownOS},
+    {2, ~0u, 1, System::eWin7},
 };
 
 // What the operation of each kind says, in the order of the kinds; eWin7 has none.
