@@ -4,7 +4,7 @@
 
 #include <optional>
 
-#include "machine/testing.h"
+#include "support/calls.h"
 #include "support/scratch_drives.h"
 #include "support/triple.h"
 
@@ -18,10 +18,7 @@ class FileCalls : public ScratchDrives {
     }
     // The calls of the operations that are named, without quotes.
     std::string made(const std::string& names) const {
-        std::string result;
-        for (const auto& call : script->calls()) {
-            if (names.find(call.name) != names.npos) result += call.text() + " ";
-        }
+        auto result = callsOf(*script, names);
         std::erase(result, '"');
         return result;
     }

@@ -1,10 +1,11 @@
-// The steps of the error triple, as callers see them.
+// The steps of the error triple, as callers see them, and its texts.
 #include <gtest/gtest.h>
 #include <jw32/frame.h>
 
 #include <string>
 
 #include "frame/error_triple.h"
+#include "frame/messages.h"
 
 namespace {
 
@@ -52,6 +53,17 @@ TEST(ErrorTriple, KeepsTheCodeWhenThereIsNoTextOrNoRoomForIt) {
         EXPECT_EQ(ErrorTriple(&code, buffer, size).fail(0, failure), 0);
         EXPECT_EQ(code, failure);
     }
+}
+
+TEST(Messages, AreTheSystemsOwn) {
+    char expected[256] = "", text[256] = "", comText[256] = "";
+    const DWORD length =
+        FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM, nullptr, 87, 0x400, expected, 256, nullptr);
+    EXPECT_NE(length, 0u);
+    EXPECT_EQ(Jw32SystemMessage(87, text, sizeof text), length);
+    EXPECT_STREQ(text, expected);
+    Jw32ComMessage(87, comText, sizeof comText);
+    EXPECT_STREQ(comText, expected);
 }
 
 }  // namespace

@@ -5,26 +5,21 @@
 #include <filesystem>
 
 #include "memory/mapped_file.h"
+#include "support/calls.h"
 #include "support/failure_sweep.h"
 
 namespace {
 
-std::string made(const machine::Script& script) {
-    std::string result;
-    for (const auto& text : script.texts()) result += text + "; ";
-    return result;
-}
-
 TEST(MemoryCalls, GoByTheThreshold) {
     for (const auto& [size, threshold, calls] :
-         {std::tuple(100, 99, "VirtualAlloc(null, 100, 4096, 4); VirtualFree(pointer, 0, 32768); "),
-          {0x80001, 0, "VirtualAlloc(null, 524289, 4096, 4); VirtualFree(pointer, 0, 32768); "},
+         {std::tuple(100, 99, "VirtualAlloc(null, 100, 4096, 4) VirtualFree(pointer, 0, 32768) "),
+          {0x80001, 0, "VirtualAlloc(null, 524289, 4096, 4) VirtualFree(pointer, 0, 32768) "},
           {0x80000, 0,
-           "GlobalAlloc(64, 524288); GlobalLock(pointer); GlobalUnlock(pointer); "
-           "GlobalFree(pointer); "}}) {
+           "GlobalAlloc(64, 524288) GlobalLock(pointer) GlobalUnlock(pointer) "
+           "GlobalFree(pointer) "}}) {
         const machine::Script script;
         CJw32Memory().Open(size, threshold);
-        EXPECT_EQ(made(script), calls) << "by the threshold " << threshold;
+        EXPECT_EQ(callsOf(script), calls) << "by the threshold " << threshold;
     }
 }
 
@@ -65,12 +60,12 @@ TEST_F(MmFileCalls, GoByTheModeAndEndInOrder) {
         open(mode, name);
         move({0, 5});
         file.Close();
-        EXPECT_EQ(made(script),
-                  "CreateFileA(\"" + name + "\", " + access + ", null, 3, 128, null); " +
-                      "GetFileSize(pointer, pointer); CreateFileMappingA(pointer, null, " +
-                      protection + ", 0, 0, null); " + map + length + "); _strdup(\"" + name +
-                      "\"); UnmapViewOfFile(pointer); GetSystemInfo(pointer); " + map +
-                      "5); UnmapViewOfFile(pointer); CloseHandle(pointer); CloseHandle(pointer); ");
+        EXPECT_EQ(callsOf(script),
+                  "CreateFileA(\"" + name + "\", " + access + ", null, 3, 128, null) " +
+                      "GetFileSize(pointer, pointer) CreateFileMappingA(pointer, null, " +
+                      protection + ", 0, 0, null) " + map + length + ") _strdup(\"" + name +
+                      "\") UnmapViewOfFile(pointer) GetSystemInfo(pointer) " + map +
+                      "5) UnmapViewOfFile(pointer) CloseHandle(pointer) CloseHandle(pointer) ");
     }
 }
 
@@ -153,11 +148,11 @@ TEST_F(SharedMemoryCalls, AskForWriteAccessAndEndInOrder) {
     CJw32SharedMemory().Create("jw32-new", 300);
     CJw32SharedMemory().Open("jw32-made");
     const std::string use =
-        "MapViewOfFile(pointer, 2, 0, 0, 0); UnmapViewOfFile(pointer); CloseHandle(pointer); ";
-    EXPECT_EQ(made(script),
-              R"(OpenFileMappingA(2, 0, "jw32-new"); CreateFileMappingA(pointer, null, 4, 0, 300, )"
-              R"("jw32-new"); GetLastError(); )" +
-                  use + R"(OpenFileMappingA(2, 0, "jw32-made"); )" + use);
+        "MapViewOfFile(pointer, 2, 0, 0, 0) UnmapViewOfFile(pointer) CloseHandle(pointer) ";
+    EXPECT_EQ(callsOf(script),
+              R"(OpenFileMappingA(2, 0, "jw32-new") CreateFileMappingA(pointer, null, 4, 0, 300, )"
+              R"("jw32-new") GetLastError() )" +
+                  use + R"(OpenFileMappingA(2, 0, "jw32-made") )" + use);
 }
 
 TEST_F(SharedMemoryCalls, FillTheBlockWithZeros) {

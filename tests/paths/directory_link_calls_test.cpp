@@ -7,7 +7,7 @@
 #include <filesystem>
 
 #include "machine/machine.h"
-#include "paths/calls.h"
+#include "support/calls.h"
 #include "support/scratch_drives.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <fstream>
 
 #include "machine/machine.h"
-#include "paths/calls.h"
+#include "support/calls.h"
 #include "support/triple.h"
 
 namespace {

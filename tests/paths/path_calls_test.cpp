@@ -12,7 +12,7 @@
 #include <filesystem>
 
 #include "machine/machine.h"
-#include "paths/calls.h"
+#include "support/calls.h"
 #include "support/failure_sweep.h"
 #include "support/scratch_drives.h"
 #include "support/temporary_variables.h"
