@@ -52,25 +52,22 @@ TEST(Angle, LeavesItsValueWhenTheRangeChanges) {
 }
 
 TEST(AngleText, IsCutToTheBufferWhichIsClearedButCountedWhole) {
+    char most[99];
+    const auto form = Angle::eAngleTypeDmsFixed;
+    EXPECT_LT(Angle(std::nan(""), kRad, kFree).AngleToString(most, 99, form, 40), 50U);
     const Angle angle(12.5, kDeg, kNone);
     const std::tuple<Angle::eAngleType, int, std::string> rows[] = {
         {kMarked, 2, "12 30' 0.00\""}, {kDeg, 9, "12.500000000"}, {kUnknown, 2, ""}};
-    for (const auto& [form, decimals, text] : rows) {
+    for (const auto& [type, decimals, text] : rows) {
         for (const DWORD size : {31u, 13u, 12u, 5u, 1u, 0u}) {
             std::string buffer(32, 'x'), expected = text.substr(0, size == 0 ? 0 : size - 1);
             expected.resize(size, '\0');
-            EXPECT_EQ(angle.AngleToString(buffer.data(), size, form, decimals),
+            EXPECT_EQ(angle.AngleToString(buffer.data(), size, type, decimals),
                       size == 0 ? 0 : text.size());
             EXPECT_EQ(buffer, expected + std::string(32 - size, 'x')) << size;
         }
-        EXPECT_EQ(angle.AngleToString(nullptr, 10, form, decimals), 0U);
+        EXPECT_EQ(angle.AngleToString(nullptr, 10, type, decimals), 0U);
     }
-}
-
-TEST(AngleText, OfNoNumberIsBoundedToo) {
-    char buffer[99];
-    const Angle angle(std::nan(""), kRad, kFree);
-    EXPECT_LT(angle.AngleToString(buffer, 99, Angle::eAngleTypeDmsFixed, 40), 50U);
 }
 
 }  // namespace

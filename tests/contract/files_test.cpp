@@ -135,9 +135,6 @@ class Files : public ContractFiles {
         EXPECT_EQ(GetFullPathNameA(name.c_str(), sizeof cut, cut, nullptr), length + 1);
         return replaced(text, c(), "$C");
     }
-    std::string enter(const std::string& name) const {
-        return outcome(SetCurrentDirectoryA(path(name).c_str()));
-    }
     std::string set(const Words& w) const {
         return outcome(SetFileAttributesW(wide(w.at(0)), sumOf(flags, rest(w, 1))));
     }
@@ -193,7 +190,7 @@ TEST_F(Files, DoWhatTheLinesTell) {
         {"delete", [&](auto& w) { return outcome(DeleteFileW(wide(w.at(0)))); }},
         {"make", [&](auto& w) { return outcome(CreateDirectoryW(wide(w.at(0)), nullptr)); }},
         {"remove", [&](auto& w) { return outcome(RemoveDirectoryW(wide(w.at(0)))); }},
-        {"enter", [&](auto& w) { return enter(w.at(0)); }},
+        {"enter", [&](auto& w) { return outcome(SetCurrentDirectoryA(path(w.at(0)).c_str())); }},
         {"full", [&](auto& w) { return full(w.at(0)); }},
         {"set", [&](auto& w) { return set(w); }},
         {"attributes", [&](auto& w) { return marksOf(w.at(0)); }},

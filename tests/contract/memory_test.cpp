@@ -44,9 +44,7 @@ class Mappings : public ScratchDrives {
     HANDLE map(const char* name, DWORD access, DWORD protection, DWORD size = 0) const {
         const HANDLE file = open(name, access);
         const HANDLE mapping = CreateFileMappingA(file, nullptr, protection, 0, size, nullptr);
-        const DWORD code = GetLastError();
         CloseHandle(file);
-        SetLastError(code);
         return mapping;
     }
     const DWORD step_, size_;

@@ -63,6 +63,11 @@ TEST_F(FileCalls, MoveOnOneDriveByRenamingAndRelativeNamesByCopying) {
                   "\\) CopyFileW(" + first + ", " + second + ", 0) DeleteFileW(" + first + ") ");
 }
 
+TEST_F(FileCalls, HideAFileByThatAttributeAlone) {
+    EXPECT_EQ(Jw32FileHide(from.c_str()), 1);
+    EXPECT_EQ(made("SetFileAttributesW"), "SetFileAttributesW(" + from + ", 2) ");
+}
+
 TEST_F(FileCalls, TryEveryLevelOfADirectory) {
     script->fail("CreateDirectoryW", ERROR_BAD_PATHNAME, 0);
     for (const char* const path : {"C:\\a", "\\\\server\\share\\d", "C:\\a\\b\\", "dir\\sub\\x"}) {

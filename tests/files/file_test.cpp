@@ -62,6 +62,7 @@ TEST_F(File, IsFoundWhereItIsNoDirectory) {
     EXPECT_EQ(reported(Jw32FileFind, path), Report(1));
     EXPECT_EQ(reported(Jw32FileFind, c("fi*")), Report(1));
     EXPECT_EQ(reported(Jw32FileFind, c()), Report(0)) << "a directory";
+    EXPECT_EQ(reported(Jw32FileFind, path + "\\"), Report(0, ERROR_FILE_NOT_FOUND));
     EXPECT_EQ(reported(Jw32FileFind, ""), Report(0));
     EXPECT_EQ(reported(Jw32FileFind, nullptr), Report(0));
     EXPECT_EQ(reported(Jw32FileFind, c("missing")), Report(0, ERROR_FILE_NOT_FOUND));
