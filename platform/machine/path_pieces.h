@@ -15,8 +15,8 @@ bool isSeparator(char16_t character);
 bool beginsWithDrive(std::u16string_view text);
 
 // Adds a piece of a path to the components: "." stays where it is, and ".." goes up but never above
-// the root. One dot at the end of each name does not count, and no dots and blanks at the end of the
-// path. Gives whether the path then ends behind a separator.
+// the root. One dot at the end of each name does not count, nor do dots and blanks at the end of
+// the path. Gives whether the path then ends behind a separator.
 bool addComponents(Components& components, std::u16string_view text);
 
 // Adds a path that is taken as it stands, as behind "\\?\".
