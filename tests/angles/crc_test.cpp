@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 #include <jw32/arithmetic.h>
 
-#include <cmath>
 #include <string>
 
 namespace {

@@ -5,7 +5,6 @@
 #include <jw32/angles.h>
 #include <jw32/arithmetic.h>
 
-#include <algorithm>
 #include <charconv>
 #include <cstring>
 

@@ -47,9 +47,9 @@ class MountPoints : public ScratchDrives {
 };
 
 TEST_F(MountPoints, AreSetOnAnEmptyDirectoryFromASoundBuffer) {
-    DWORD longest = 0, flags = 0;
-    EXPECT_TRUE(
-        GetVolumeInformationW(Wide("C:\\"), nullptr, 0, nullptr, &longest, &flags, nullptr, 0));
+    DWORD flags = 0;
+    const Wide root("C:\\");
+    EXPECT_TRUE(GetVolumeInformationW(root, nullptr, 0, nullptr, nullptr, &flags, nullptr, 0));
     EXPECT_EQ((flags & FILE_SUPPORTS_REPARSE_POINTS) != 0, !onWine());
     const auto sound = mountPoint("\\??\\" + c("target")), cut = sound.substr(0, sound.size() - 1);
     auto tooLong = sound;

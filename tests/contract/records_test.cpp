@@ -57,8 +57,7 @@ TEST_F(Records, KeepTheTimeOfWritingInACopy) {
 }
 
 TEST_F(Records, HaveASizeOf64Bits) {
-    void* const file =
-        Jw32FileOpen(c("file").c_str(), GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING, 0, 0);
+    void* const file = Jw32FileOpen(c("file").c_str(), GENERIC_ALL, OPEN_EXISTING, 0, 0);
     LONG high = 1;
     DWORD sizeHigh = 4711;
     EXPECT_EQ(SetFilePointer(file, 5, &high, FILE_BEGIN), 5u);
