@@ -141,7 +141,8 @@ HANDLE openLink(const Request& request, const HostName& name) {
 
 HANDLE openNullDevice(const Request& request) {
     const HANDLE handle = makeHandle(openDescriptor("/dev/null", true, 0), request, {});
-    if (request.disposition == OPEN_ALWAYS) SetLastError(ERROR_ALREADY_EXISTS);
+    const bool opened = handle != INVALID_HANDLE_VALUE;
+    if (opened && request.disposition == OPEN_ALWAYS) SetLastError(ERROR_ALREADY_EXISTS);
     return handle;
 }
 

@@ -89,18 +89,20 @@ bool beginsWithDrive(std::u16string_view text) {
 
 bool addComponents(Components& components, std::u16string_view text) {
     const bool asFolder = !text.empty() && isSeparator(text.back());
+    auto former = components.size();  // how many of those in front are left
     while (!text.empty()) {
         const auto end = std::find_if(text.begin(), text.end(), isSeparator);
         const std::u16string name(text.begin(), end);
         text.remove_prefix(std::min(name.size() + 1, text.size()));
         if (name == u"..") {
             if (!components.empty()) components.pop_back();
+            former = std::min(former, components.size());
             continue;
         }
         const auto kept = withoutDot(name);
         if (!kept.empty()) components.emplace_back(kept);
     }
-    if (asFolder || components.empty()) return asFolder;
+    if (asFolder || components.size() == former) return asFolder;
     components.back() = withoutTrailing(components.back(), u". ");
     if (!components.back().empty()) return false;
     components.pop_back();
