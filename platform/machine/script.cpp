@@ -144,12 +144,6 @@ std::vector<CallRecord> Script::calls() const {
     return state_->calls;
 }
 
-std::vector<std::string> Script::names() const {
-    std::vector<std::string> result;
-    for (auto& call : calls()) result.push_back(std::move(call.name));
-    return result;
-}
-
 std::vector<std::string> Script::texts() const {
     std::vector<std::string> result;
     for (const auto& call : calls()) result.push_back(call.text());
@@ -157,8 +151,8 @@ std::vector<std::string> Script::texts() const {
 }
 
 unsigned Script::count(std::string_view name) const {
-    const auto made = names();
-    return static_cast<unsigned>(std::count(made.begin(), made.end(), name));
+    const auto made = calls();
+    return static_cast<unsigned>(std::ranges::count(made, name, &CallRecord::name));
 }
 
 }  // namespace machine

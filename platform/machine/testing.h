@@ -46,9 +46,7 @@ class PLATFORM_API Script {
     void missing(std::string_view module, std::string_view entryPoint);
 
     std::vector<CallRecord> calls() const;
-    // The names of the recorded calls, without their arguments.
-    std::vector<std::string> names() const;
-    // Name and arguments of each.
+    // The same as text: name and arguments of each.
     std::vector<std::string> texts() const;
     unsigned count(std::string_view name) const;
 
