@@ -1,11 +1,17 @@
 #!/usr/bin/env bash
-# Installs what a build needs and is not there yet: setup.sh host|windows
-# With everything in place it does nothing and takes no time.
+# Installs what a build needs and is not there yet:
+#   setup.sh host      the Linux build
+#   setup.sh coverage  the same, and the tool that measures coverage
+#   setup.sh windows   both Windows builds: the cross compilers and the emulator
+#   setup.sh wine64    a place for the emulator to run 64-bit programs in
+#   setup.sh wine32    the same for 32-bit programs, with the system modules that these need
+# With everything in place it does nothing and takes no time; what an interrupted run left half made
+# is made anew.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 host_packages=(g++ cmake ninja-build googletest libbenchmark-dev pkg-config python3 doxygen)
-windows_packages=(wine64 g++-mingw-w64-i686-posix xvfb xauth)
+windows_packages=(wine64 g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix xvfb xauth)
 
 missing_of() {
     local package
@@ -26,14 +32,16 @@ install_packages() {
         exit 1
     fi
     echo "setup: installing ${missing[*]}"
+    dpkg --configure -a >/dev/null || true  # what an interrupted installation left
     apt-get update -q >/dev/null || true
-    DEBIAN_FRONTEND=noninteractive $command >/dev/null
+    DEBIAN_FRONTEND=noninteractive $command >/dev/null ||
+        { echo "setup: could not install ${missing[*]}" >&2; exit 1; }
 }
 
 # The 32-bit system modules of Wine come from Debian's i386 package, unpacked and not installed, so
 # that the machine's own package list stays as it is.
 fetch_wine_modules() {
-    [ -d "$WINEDLLPATH/i386-windows" ] && return 0
+    [ ! -d "$WINEDLLPATH/i386-windows" ] || return 0
     echo "setup: fetching the 32-bit modules of Wine"
     local work=$jw32_cache/wine-download
     rm -rf "$work" && mkdir -p "$work"/{state/lists/partial,cache/archives/partial}
@@ -55,7 +63,7 @@ CONF
     rm -rf "$work"
 }
 
-# Wine links folders such as Music to the user's home directory. Programs under test shall not get
+# Wine links folders such as Music to the user's home directory. Programs under test must not get
 # there: the links become plain folders.
 unlink_home() {
     local link
@@ -66,22 +74,33 @@ unlink_home() {
 
 # A fresh prefix: drive C: as Wine makes it, and D: as a second drive for the tests.
 make_prefix() {
-    [ -e "$WINEPREFIX/ready" ] && return 0
-    echo "setup: making the Wine prefix"
-    rm -rf "$WINEPREFIX" && mkdir -p "$WINEPREFIX"
-    "$JW32_WINE" wineboot -i >/dev/null 2>&1 || true
-    [ -e "$WINEPREFIX/drive_c/windows/syswow64/kernel32.dll" ] ||
-        { echo "setup: Wine made no 32-bit system directory in $WINEPREFIX" >&2; exit 1; }
+    local system=$WINEPREFIX/drive_c/windows/$1
+    [ ! -e "$WINEPREFIX/ready" ] || return 0
+    echo "setup: making the Wine prefix for programs of $bits bits"
+    local attempt
+    for attempt in 1 2 3; do  # on a busy machine Wine gives up waiting for its own services
+        rm -rf "$WINEPREFIX" && mkdir -p "$WINEPREFIX"
+        "$JW32_WINE" wineboot -i >/dev/null 2>&1 || true
+        timeout 120 "${JW32_WINE%/*}/wineserver64" -w || true  # the registry is written when the last program ends
+        [ -e "$system/kernel32.dll" ] && grep -qs ProductOptions "$WINEPREFIX/system.reg" && break
+        [ "$attempt" -lt 3 ] ||
+            { echo "setup: Wine made no whole prefix for $bits bits in $WINEPREFIX" >&2; exit 1; }
+    done
     unlink_home
     mkdir -p "$WINEPREFIX/drive_d" && ln -sfn ../drive_d "$WINEPREFIX/dosdevices/d:"
     touch "$WINEPREFIX/ready"
 }
 
-case ${1:?host or windows} in
+case ${1:-} in
     host) install_packages "${host_packages[@]}" ;;
-    windows)
-        install_packages "${host_packages[@]}" "${windows_packages[@]}"
-        source "$root/scripts/wine-env.sh"
+    coverage) install_packages "${host_packages[@]}" gcovr ;;
+    windows) install_packages "${host_packages[@]}" "${windows_packages[@]}" ;;
+    wine64)
+        bits=64 && source "$root/scripts/wine-env.sh"
+        make_prefix system32 ;;
+    wine32)
+        bits=32 && source "$root/scripts/wine-env.sh"
         fetch_wine_modules
-        make_prefix ;;
+        make_prefix syswow64 ;;
+    *) echo "usage: setup.sh host|coverage|windows|wine64|wine32" >&2; exit 2 ;;
 esac

@@ -1,7 +1,10 @@
-# Where the Windows build's emulator lives; sourced by the other scripts ($root is the checkout).
+# Where the emulator of the Windows builds lives; sourced by the other scripts, which set $root (the
+# checkout) and $bits (32 or 64) before. Each build has a prefix of its own.
 jw32_cache=${JW32_CACHE:-${XDG_CACHE_HOME:-${HOME:-$root/build}/.cache}/jw32}
 export JW32_WINE=/usr/lib/wine/wine64
-export WINEDLLPATH=$jw32_cache/wine-i386/usr/lib/i386-linux-gnu/wine
-export WINEPREFIX=$root/build/wine
+export WINEPREFIX=$root/build/wine$bits
 export WINEDEBUG=-all
 export WINEDLLOVERRIDES="mscoree=d;mshtml=d;winemenubuilder.exe=d"
+if [ "$bits" = 32 ]; then
+    export WINEDLLPATH=$jw32_cache/wine-i386/usr/lib/i386-linux-gnu/wine
+fi

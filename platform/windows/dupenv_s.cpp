@@ -21,6 +21,9 @@ int duplicateVariable(char** value, std::size_t* length, const char* name) {
 }  // namespace
 
 extern "C" {
-// What a call of the declared function goes through, in the place of an import.
+// What a call of the declared function goes through, in the place of an import. The compiler for 32
+// bits puts an underscore before each name and the one for 64 bits does not, so that each build
+// links one of the two.
 int (*_imp___dupenv_s)(char**, std::size_t*, const char*) = duplicateVariable;
+int (*__imp__dupenv_s)(char**, std::size_t*, const char*) = duplicateVariable;
 }
