@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Installs what a build needs and is not there yet:
+#   setup.sh demo      the examples alone
 #   setup.sh host      the Linux build
 #   setup.sh coverage  the same, and the tool that measures coverage
 #   setup.sh windows   both Windows builds: the cross compilers and the emulator
@@ -10,6 +11,7 @@
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
+demo_packages=(g++ cmake ninja-build)
 host_packages=(g++ cmake ninja-build googletest libbenchmark-dev pkg-config python3 doxygen)
 windows_packages=(wine64 g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix xvfb xauth)
 
@@ -91,7 +93,13 @@ make_prefix() {
     touch "$WINEPREFIX/ready"
 }
 
+# The demo is content with these tools wherever they come from.
+has_demo_tools() {
+    command -v g++ && command -v cmake && command -v ninja
+}
+
 case ${1:-} in
+    demo) has_demo_tools >/dev/null || install_packages "${demo_packages[@]}" ;;
     host) install_packages "${host_packages[@]}" ;;
     coverage) install_packages "${host_packages[@]}" gcovr ;;
     windows) install_packages "${host_packages[@]}" "${windows_packages[@]}" ;;
@@ -102,5 +110,5 @@ case ${1:-} in
         bits=32 && source "$root/scripts/wine-env.sh"
         fetch_wine_modules
         make_prefix syswow64 ;;
-    *) echo "usage: setup.sh host|coverage|windows|wine64|wine32" >&2; exit 2 ;;
+    *) echo "usage: setup.sh demo|host|coverage|windows|wine64|wine32" >&2; exit 2 ;;
 esac

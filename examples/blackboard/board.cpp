@@ -24,7 +24,9 @@ bool within(int seconds, Attempt attempt) {
 std::string because(const std::string& what, const char* text, DWORD code) {
     std::string reason(text);
     reason.erase(reason.find_last_not_of("\r\n ") + 1);
-    return what + ": " + reason + " (" + std::to_string(code) + ")";
+    // Conditions of the library's own, as an empty file, have a text and no number.
+    constexpr DWORD noNumber = 0xFFFFFFFF;
+    return what + ": " + reason + (code == noNumber ? "" : " (" + std::to_string(code) + ")");
 }
 
 void Board::create(const std::string& name) {

@@ -88,15 +88,21 @@ int run(const std::vector<std::string>& words) {
         return search(words[1], words[2], words[3], pieceOf(words[4]));
     }
     if (words.size() == 2 && words[0] == "read") return read(words[1]);
-    std::fputs(usage, stderr);
-    return 2;
+    const bool wantsHelp = words.size() == 1 && (words[0] == "--help" || words[0] == "-h");
+    std::fputs(usage, wantsHelp ? stdout : stderr);
+    return wantsHelp ? 0 : 2;
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
     try {
-        return run({arguments + 1, arguments + count});
+        const int result = run({arguments + 1, arguments + count});
+        // What could not be printed, as on a full disk, shows here at the latest.
+        if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+            throw Error("cannot write the standard output");
+        }
+        return result;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "blackboard: %s\n", error.what());
         return 1;

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <optional>
+#include <unordered_map>
 
 namespace fieldbook {
 
@@ -14,26 +15,39 @@ namespace {
 using Fields = std::vector<std::string_view>;
 
 constexpr double largestLength = 1e7;  // metres
-// The sum of so many angles of up to 360 degrees still fits the degrees that CJw32Angle can tell.
-constexpr std::size_t mostStations = 90;
+constexpr double largestRatio = 1e9;
 constexpr std::size_t fewestStations = 3;
+// Names and numbers stand in columns: a single long one would widen every row of the report.
+constexpr std::size_t longestWord = 64;  // bytes
 
-// What stands in the book, cut where it would fill the message.
+// What stands in the book, cut between two characters where it would fill the message.
 std::string quoted(std::string_view text) {
     constexpr std::size_t most = 30;
-    const bool cut = text.size() > most;
-    return "'" + std::string(text.substr(0, most)) + (cut ? "...'" : "'");
+    if (text.size() <= most) return "'" + std::string(text) + "'";
+    auto length = most;
+    while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) --length;
+    return "'" + std::string(text.substr(0, length)) + "...'";
+}
+
+std::optional<double> numberIn(std::string_view text) {
+    double value = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    if (error != std::errc() || stop != end || !std::isfinite(value)) return std::nullopt;
+    return value;
 }
 
 // A number that is written like 12.5; never one that depends on the language of the system.
 double parseNumber(std::string_view text, std::size_t line) {
-    double value = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, value);
-    if (error != std::errc() || stop != end || !std::isfinite(value)) {
-        throw BookError(line, quoted(text) + " is not a number");
+    if (text.size() > longestWord)
+        throw BookError(line, quoted(text) + " is too long for a number");
+    if (const auto value = numberIn(text)) return *value;
+    std::string withPoint(text);
+    std::replace(withPoint.begin(), withPoint.end(), ',', '.');
+    if (withPoint != text && numberIn(withPoint)) {
+        throw BookError(line, quoted(text) + " has a decimal comma: write " + withPoint);
     }
-    return value;
+    throw BookError(line, quoted(text) + " is not a number");
 }
 
 double parseLength(std::string_view text, std::size_t line) {
@@ -105,6 +119,7 @@ class Reader {
     void readTurns(const Fields& values);
     void readStart(const Fields& values);
     void readBearing(const Fields& values);
+    void readTolerance(const Fields& values);
     void readStation(const Fields& values);
 
     Unit unit() const;
@@ -113,16 +128,18 @@ class Reader {
 
     Book book_;
     std::optional<Unit> unit_;
-    bool hasTurns_ = false, hasStart_ = false, hasBearing_ = false;
+    bool hasTurns_ = false, hasStart_ = false, hasBearing_ = false, hasTolerance_ = false;
+    std::unordered_map<std::string_view, std::size_t> lines_;  // of the stations, by their names
     std::size_t line_ = 0;
 };
 
 const Reader::Keyword& Reader::keywordOf(std::string_view word, std::size_t line) {
-    static constexpr std::array<Keyword, 5> keywords = {{
+    static constexpr std::array<Keyword, 6> keywords = {{
         {"unit", 1, "deg or gon", &Reader::readUnit},
         {"turns", 1, "left or right", &Reader::readTurns},
         {"start", 2, "northing and easting", &Reader::readStart},
         {"bearing", 1, "the bearing of the first leg", &Reader::readBearing},
+        {"tolerance", 2, "an angle and a ratio", &Reader::readTolerance},
         {"station", 3, "name, angle and distance", &Reader::readStation},
     }};
     const auto found = std::find_if(keywords.begin(), keywords.end(),
@@ -130,7 +147,7 @@ const Reader::Keyword& Reader::keywordOf(std::string_view word, std::size_t line
     if (found == keywords.end()) {
         throw BookError(line, quoted(word) +
                                   " is not a keyword: a line begins with title, unit, "
-                                  "turns, start, bearing or station");
+                                  "turns, start, bearing, tolerance or station");
     }
     return *found;
 }
@@ -195,22 +212,33 @@ void Reader::readBearing(const Fields& values) {
     book_.firstBearing = parseAngle(unit(), values[0], line_);
 }
 
-void Reader::readStation(const Fields& values) {
-    if (book_.stations.size() == mostStations) {
-        fail("a book holds at most " + std::to_string(mostStations) + " stations");
+// The ratio is written as 5000 or as 1:5000.
+void Reader::readTolerance(const Fields& values) {
+    onlyOnce(hasTolerance_, "tolerance");
+    hasTolerance_ = true;
+    book_.tolerance.angle = parseAngle(unit(), values[0], line_).Deg();
+    const auto ratio = values[1].substr(values[1].starts_with("1:") ? 2 : 0);
+    book_.tolerance.ratio = parseNumber(ratio, line_);
+    if (book_.tolerance.ratio < 1 || book_.tolerance.ratio > largestRatio ||
+        book_.tolerance.ratio != std::floor(book_.tolerance.ratio)) {
+        fail(quoted(values[1]) +
+             " is not a ratio: a whole number from 1 to 1000000000 is, as 5000 "
+             "for 1:5000");
     }
-    for (const auto& earlier : book_.stations) {
-        if (earlier.name == values[0]) {
-            fail("station " + quoted(values[0]) + " stands in line " +
-                 std::to_string(earlier.line) + " already");
-        }
+}
+
+void Reader::readStation(const Fields& values) {
+    if (values[0].size() > longestWord) fail("the name " + quoted(values[0]) + " is too long");
+    const auto [earlier, isNew] = lines_.emplace(values[0], line_);
+    if (!isNew) {
+        fail("station " + quoted(values[0]) + " stands in line " + std::to_string(earlier->second) +
+             " already");
     }
     const auto angle = parseAngle(unit(), values[1], line_);
     if (angle.Rad() == 0) fail("an angle of 0 between two legs cannot be");
     const double distance = parseLength(values[2], line_);
     if (distance <= 0) fail("the distance " + quoted(values[2]) + " is not above 0");
-    book_.stations.push_back(
-        {std::string(values[0]), std::string(values[1]), angle, distance, line_});
+    book_.stations.push_back({std::string(values[0]), std::string(values[1]), angle, distance});
 }
 
 Unit Reader::unit() const {
@@ -241,6 +269,9 @@ Book parseBook(std::string_view text) {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
     if (text.empty()) throw BookError(1, "the file is empty");
+    if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF")) {
+        throw BookError(1, "the file is in UTF-16: save it as UTF-8");
+    }
     Reader reader;
     while (!text.empty()) {
         const auto length = std::min(text.find('\n'), text.size());

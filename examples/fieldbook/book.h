@@ -20,20 +20,27 @@ enum class Unit {
 // Which way round the traverse goes, and so which way an interior angle turns.
 enum class Direction { Left, Right };
 
+// What the misclosures may come to.
+struct Tolerance {
+    double angle =
+        12.0 / 3600;      // degrees; the sum of n angles may be off by this times the root of n
+    double ratio = 5000;  // the length of the traverse by its linear misclosure, at least
+};
+
 struct Station {
     std::string name;
-    std::string booked;    // the angle as it stands in the book
-    CJw32Angle angle;      // interior, between the leg that arrives and the leg that leaves
-    double distance = 0;   // metres to the next station; from the last one, to the first
-    std::size_t line = 0;  // where it stands in the book
+    std::string booked;   // the angle as it stands in the book
+    CJw32Angle angle;     // interior, between the leg that arrives and the leg that leaves
+    double distance = 0;  // metres to the next station; from the last one, to the first
 };
 
 struct Book {
     std::string title;
     Unit unit = Unit::PackedDegrees;
     Direction turns = Direction::Left;
-    CJw32Angle firstBearing;        // of the leg from the first station to the second
-    double north = 0, east = 0;     // of the first station, metres
+    CJw32Angle firstBearing;     // of the leg from the first station to the second
+    double north = 0, east = 0;  // of the first station, metres
+    Tolerance tolerance;
     std::vector<Station> stations;  // at least 3
 };
 

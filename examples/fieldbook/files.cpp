@@ -4,7 +4,12 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
+#include <memory>
+#include <system_error>
+#include <utility>
+#include <vector>
 
 #include <jw32/jw32.h>
 
@@ -12,7 +17,8 @@ namespace fieldbook {
 
 namespace {
 
-constexpr DWORD longestBook = 1 << 20;
+constexpr std::size_t longestBook = 64 << 20;  // bytes
+constexpr DWORD blockSize = 64 << 10;          // bytes
 constexpr int mostNumbers = 9999;
 
 // Room for an error triple, and the message that it makes.
@@ -50,8 +56,6 @@ std::string quoted(const std::string& path) {
     return "'" + shown(path) + "'";
 }
 
-// Jw32FileMove() renames, and refuses to replace, between full paths on one drive only; between
-// relative ones it copies over what is there.
 std::string fullPath(const std::string& path) {
     char full[MAX_PATH] = "";
     const DWORD length = GetFullPathNameA(path.c_str(), sizeof full, full, nullptr);
@@ -71,6 +75,111 @@ void makeDirectory(const std::string& path, const std::string& shownAs) {
         reason.raise(what, "a file has that name");
     }
 }
+
+// Whether a path names what has bytes and no place on a disk: a pipe, a terminal, or the program's
+// own input, be it a file or not.
+bool isStream(const std::string& path) {
+    const auto hostPath = shown(path);
+    if (path == standardInput || hostPath == "/dev/stdin" || hostPath.starts_with("/dev/fd/")) {
+        return true;
+    }
+    std::error_code ignored;
+    const auto type = std::filesystem::status(hostPath, ignored).type();
+    return type == std::filesystem::file_type::fifo ||
+           type == std::filesystem::file_type::character;
+}
+
+void append(std::string& bytes, std::string_view block, const std::string& path) {
+    bytes += block;
+    if (bytes.size() > longestBook)
+        throw FileError(quoted(path) + " is too large for a field book");
+}
+
+// The C library waits for the bytes of a stream where ReadFile() may have none yet.
+std::string readStream(const std::string& path) {
+    using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+    const Stream opened(path == standardInput ? nullptr : std::fopen(shown(path).c_str(), "rb"),
+                        [](std::FILE* stream) { return std::fclose(stream); });
+    std::FILE* const stream = path == standardInput ? stdin : opened.get();
+    if (stream == nullptr) throw FileError("cannot open " + quoted(path));
+    std::string bytes;
+    std::vector<char> block(blockSize);
+    while (const auto count = std::fread(block.data(), 1, block.size(), stream)) {
+        append(bytes, {block.data(), count}, path);
+    }
+    if (std::ferror(stream)) throw FileError("cannot read " + quoted(path));
+    return bytes;
+}
+
+std::string readFile(HANDLE file, const std::string& path) {
+    std::string bytes;
+    std::vector<char> block(blockSize);
+    for (DWORD count = 0;; append(bytes, {block.data(), count}, path)) {
+        if (!ReadFile(file, block.data(), blockSize, &count, nullptr)) {
+            const auto code = std::to_string(GetLastError());
+            throw FileError("cannot read " + quoted(path) + " (code " + code + ")");
+        }
+        if (count == 0) return bytes;
+    }
+}
+
+std::string numberText(int number) {
+    return number == 1 ? "" : "-" + std::to_string(number);
+}
+
+// A file that is being written. Until it has been moved to its name it is called NAME.part, or
+// NAME.part-2 where another program is writing one, and it is deleted unless it is moved.
+class PartFile {
+  public:
+    PartFile(const std::string& name, const std::string& shownName)
+        : what_("cannot write " + quoted(shownName)) {
+        for (int number = 1; number <= mostNumbers; ++number) {
+            path_ = name + ".part" + numberText(number);
+            // One that a program left behind when it was killed is written over. No other program
+            // gets one that is being written, and it can be moved while it is open.
+            handle_ =
+                Jw32FileCreate(path_.c_str(), GENERIC_WRITE, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL,
+                               FILE_SHARE_DELETE, &reason_.code, reason_.text, sizeof reason_.text);
+            if (handle_ != INVALID_HANDLE_VALUE) return;
+            if (reason_.code != ERROR_SHARING_VIOLATION) break;
+        }
+        reason_.raise(what_, "it cannot be created");
+    }
+
+    ~PartFile() {
+        CloseHandle(handle_);
+        if (isMoved_) return;
+        const File deleted(Jw32FileOpen(path_.c_str(), DELETE, OPEN_EXISTING,
+                                        FILE_FLAG_DELETE_ON_CLOSE, FILE_SHARE_DELETE));
+    }
+
+    PartFile(const PartFile&) = delete;
+    PartFile& operator=(const PartFile&) = delete;
+
+    void write(std::string_view bytes) {
+        if (!Jw32FileWrite(handle_, bytes.data(), static_cast<DWORD>(bytes.size()), &reason_.code,
+                           reason_.text, sizeof reason_.text)) {
+            reason_.raise(what_, "the disk is full");
+        }
+    }
+
+    // False: there is a file of that name. Throws FileError for any other failure.
+    bool moveTo(const std::string& target) {
+        isMoved_ = Jw32FileMove(path_.c_str(), target.c_str(), &reason_.code, reason_.text,
+                                sizeof reason_.text) != 0;
+        if (!isMoved_ && reason_.code != ERROR_ALREADY_EXISTS) {
+            reason_.raise(what_, "it is not a file any more");
+        }
+        return isMoved_;
+    }
+
+  private:
+    const std::string what_;
+    std::string path_;
+    HANDLE handle_ = INVALID_HANDLE_VALUE;
+    Reason reason_;
+    bool isMoved_ = false;
+};
 
 }  // namespace
 
@@ -95,7 +204,8 @@ std::string shown(std::string path) {
     return path;
 }
 
-std::string readFile(const std::string& path) {
+Text readText(const std::string& path) {
+    if (isStream(path)) return {readStream(path), false};
     if (Jw32DirectoryExist(path.c_str())) {
         throw FileError(quoted(path) + " is a directory: name a field book in it");
     }
@@ -103,52 +213,22 @@ std::string readFile(const std::string& path) {
     const File file(Jw32FileOpen(path.c_str(), GENERIC_READ, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
                                  FILE_SHARE_READ, &reason.code, reason.text, sizeof reason.text));
     if (!file.isOpen()) reason.raise("cannot open " + quoted(path), "it cannot be opened");
-
-    const LONG size = Jw32FileSize(file.get(), &reason.code, reason.text, sizeof reason.text);
-    if (size == -1) reason.raise("cannot tell the size of " + quoted(path), "it is too large");
-    const auto count = static_cast<DWORD>(size);
-    if (count > longestBook) throw FileError(quoted(path) + " is too large for a field book");
-
-    std::string bytes(count, '\0');
-    if (!Jw32FileRead(file.get(), bytes.data(), count, &reason.code, reason.text,
-                      sizeof reason.text)) {
-        reason.raise("cannot read " + quoted(path), "it ended early");
-    }
-    return bytes;
+    return {readFile(file.get(), path), true};
 }
 
-void writeFile(const std::string& path, std::string_view bytes) {
-    Reason reason;
-    const auto what = "cannot write " + quoted(path);
-    const File file(Jw32FileCreate(path.c_str(), GENERIC_WRITE, CREATE_ALWAYS,
-                                   FILE_ATTRIBUTE_NORMAL, 0, &reason.code, reason.text,
-                                   sizeof reason.text));
-    if (!file.isOpen()) reason.raise(what, "it cannot be created");
-    if (!Jw32FileWrite(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &reason.code,
-                       reason.text, sizeof reason.text)) {
-        reason.raise(what, "not all of it was written");
-    }
-}
-
-std::string archive(const std::string& path, std::string_view suffix) {
-    const auto parts = splitPath(path);
-    const auto full = fullPath(path);
-    const auto directory = splitPath(full).folder + "archive";
-    makeDirectory(directory, parts.folder + "archive");
-
-    const auto stem = parts.name.substr(0, parts.name.size() - suffix.size());
-    Reason reason;
+std::string archive(const std::string& folder, const std::string& stem, const std::string& suffix,
+                    std::string_view bytes) {
+    // Jw32FileMove() renames, and refuses to replace, between full paths on one drive only.
+    const auto directory = fullPath(folder + "archive");
+    makeDirectory(directory, folder + "archive");
+    PartFile part(directory + "\\" + stem + suffix, folder + "archive\\" + stem + suffix);
+    part.write(bytes);
     for (int number = 1; number <= mostNumbers; ++number) {
-        const auto name =
-            stem + (number == 1 ? "" : "-" + std::to_string(number)) + std::string(suffix);
-        const auto target = directory + "\\" + name;
-        if (Jw32FileMove(full.c_str(), target.c_str(), &reason.code, reason.text,
-                         sizeof reason.text)) {
-            return parts.folder + "archive\\" + name;
-        }
-        if (reason.code != ERROR_ALREADY_EXISTS) break;
+        const auto name = stem + numberText(number) + suffix;
+        if (part.moveTo(directory + "\\" + name)) return folder + "archive\\" + name;
     }
-    reason.raise("cannot move " + quoted(path) + " into the archive", "it is not a file any more");
+    throw FileError("the archive has " + std::to_string(mostNumbers) + " reports of " +
+                    quoted(stem + suffix));
 }
 
 }  // namespace fieldbook

@@ -27,16 +27,22 @@ std::string withBackslashes(std::string path);
 // A path with the separators of the system that the program runs on, for people to read and copy.
 std::string shown(std::string path);
 
-// The whole file, which may have up to 1 MB. Throws FileError.
-std::string readFile(const std::string& path);
+constexpr std::string_view standardInput = "-";
 
-// Makes the file, or replaces it. Throws FileError.
-void writeFile(const std::string& path, std::string_view bytes);
+struct Text {
+    std::string bytes;
+    bool isFile = false;  // not a pipe, a terminal or the standard input
+};
 
-// Moves a file into the directory "archive" beside it, which is made if it is not there. What is
-// there already stays: the newcomer gets a number then, as in "x.report-2.txt".
-// `suffix` is what the number goes in front of, ".txt" here.
+// What the path names, or the standard input, to its end: up to 64 MB. Throws FileError.
+Text readText(const std::string& path);
+
+// Makes a file with these bytes in the directory "archive" of `folder`, which is made if it is not
+// there. What the archive has already stays: the newcomer gets a number then, as in "x-2.txt".
+// The name appears when all bytes are written, or not at all.
+// `folder` is empty or ends in a separator, and `suffix` is what the number goes in front of.
 // Returns the new path, in the folder as the caller wrote it. Throws FileError.
-std::string archive(const std::string& path, std::string_view suffix);
+std::string archive(const std::string& folder, const std::string& stem, const std::string& suffix,
+                    std::string_view bytes);
 
 }  // namespace fieldbook
