@@ -206,7 +206,8 @@ std::string shown(std::string path) {
 
 Text readText(const std::string& path) {
     if (isStream(path)) return {readStream(path), false};
-    if (Jw32DirectoryExist(path.c_str())) {
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
         throw FileError(quoted(path) + " is a directory: name a field book in it");
     }
     Reason reason;
