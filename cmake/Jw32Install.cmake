@@ -29,7 +29,8 @@ install(FILES ${CMAKE_BINARY_DIR}/jw32Config.cmake ${CMAKE_BINARY_DIR}/jw32Confi
 
 if(WIN32)
     set(pc_flags "-I\${includedir}/jw32/platform")
-    set(pc_libs "-ljw32310")
+    get_target_property(pc_name jw32 OUTPUT_NAME)
+    set(pc_libs "-l${pc_name}")
 else()
     set(pc_flags "-I\${includedir}/jw32/platform -fshort-wchar")
     set(pc_libs "-ljw32 -ljw32platform")
