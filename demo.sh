@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds the library and reduces field books with it: ./demo.sh [FIELDBOOK...]
 # Without an argument it takes a copy of the example's own data. The first run builds, which takes a
-# minute; what is not a result goes to the error output.
+# minute or two; what is not a result goes to the error output.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd -P)
 build=$root/build/demo
@@ -31,7 +31,7 @@ if [[ ${1:-} == --help || ${1:-} == -h ]]; then
 fi
 
 "$root/scripts/setup.sh" demo >&2
-is_configured || { echo "demo: building the library, which takes a minute" >&2; configure; }
+is_configured || { echo "demo: building the library, which takes a minute or two" >&2; configure; }
 quietly cmake --build "$build" --target fieldbook blackboard
 
 if [ $# -eq 0 ]; then

@@ -23,7 +23,7 @@ enum class Direction { Left, Right };
 // What the misclosures may come to.
 struct Tolerance {
     double angle =
-        12.0 / 3600;      // degrees; the sum of n angles may be off by this times the root of n
+        30.0 / 3600;      // degrees; the sum of n angles may be off by this times the root of n
     double ratio = 5000;  // the length of the traverse by its linear misclosure, at least
 };
 

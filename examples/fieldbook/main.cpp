@@ -29,7 +29,7 @@ constexpr const char* usage =
     "    turns   left              # which way round; or right\n"
     "    start   1000.000 5000.000 # northing and easting of the first station\n"
     "    bearing 90.0000           # of the first leg\n"
-    "    tolerance 0.0012 1:5000   # 12 seconds by the root of the stations; may be left out\n"
+    "    tolerance 0.0030 1:5000   # 30 seconds by the root of the stations; may be left out\n"
     "    station A 60.0000 100.00  # name, interior angle, distance to the next\n"
     "    station B 60.0000 100.00\n"
     "    station C 60.0000 100.00\n";
