@@ -128,20 +128,19 @@ std::string numberText(int number) {
 }
 
 // A file that is being written. Until it has been moved to its name it is called NAME.part, or
-// NAME.part-2 where another program is writing one, and it is deleted unless it is moved.
+// NAME.part-2 where there is one, and it is deleted unless it is moved.
 class PartFile {
   public:
     PartFile(const std::string& name, const std::string& shownName)
         : what_("cannot write " + quoted(shownName)) {
         for (int number = 1; number <= mostNumbers; ++number) {
             path_ = name + ".part" + numberText(number);
-            // One that a program left behind when it was killed is written over. No other program
-            // gets one that is being written, and it can be moved while it is open.
+            // Always a file of its own, which can be moved while it is open.
             handle_ =
-                Jw32FileCreate(path_.c_str(), GENERIC_WRITE, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL,
+                Jw32FileCreate(path_.c_str(), GENERIC_WRITE, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
                                FILE_SHARE_DELETE, &reason_.code, reason_.text, sizeof reason_.text);
             if (handle_ != INVALID_HANDLE_VALUE) return;
-            if (reason_.code != ERROR_SHARING_VIOLATION) break;
+            if (reason_.code != ERROR_FILE_EXISTS) break;
         }
         reason_.raise(what_, "it cannot be created");
     }

@@ -125,11 +125,14 @@ class FieldBook(unittest.TestCase):
         self.assertEqual(len(messages), len(books), result.stderr)
         return messages
 
-    def reduced(self, *books):
-        """The output of a run that must reduce all books and leave reports in the archive only."""
+    def reduced(self, *books, parts=()):
+        """The output of a run that must reduce all books and leave reports in the archive only.
+
+        `parts` are files of reports that were half written before.
+        """
         result = self.run_program(*books)
         self.assertEqual((result.returncode, result.stderr), (0, ""))
-        self.assertEqual([*self.folder.glob("*.report*"), *self.folder.rglob("*.part*")], [])
+        self.assertEqual([*self.folder.glob("*.report*"), *self.folder.rglob("*.part*")], [*parts])
         return result.stdout.replace("\\", "/")
 
     def archived(self, name):
@@ -188,8 +191,10 @@ class FieldBook(unittest.TestCase):
         first = self.archived("meadow.report.txt")
         book.write_text("title Another\n" + HEAD + TRIANGLE)
         # What a program that was killed leaves behind is in nobody's way.
-        (self.folder / "archive" / "meadow.report.txt.part").write_text("half a rep")
-        output = self.reduced("./meadow.txt", book)
+        part = self.folder / "archive" / "meadow.report.txt.part"
+        part.write_text("half a rep")
+        output = self.reduced("./meadow.txt", book, parts=[part])
+        self.assertEqual(part.read_text(), "half a rep")
         self.assertIn("  ./archive/meadow.report-2.txt\n", output)
         self.assertIn("/archive/meadow.report-3.txt\n", output)
         self.assertEqual(self.archived("meadow.report.txt"), first)
