@@ -30,9 +30,18 @@ if [[ ${1:-} == --help || ${1:-} == -h ]]; then
     exit 0
 fi
 
+build_programs() {
+    local command=(cmake --build "$build" --target fieldbook blackboard)
+    is_configured || configure
+    "${command[@]}" -- -n 2>&1 | grep -q 'no work to do' ||
+        echo "demo: building the library, which may take a minute or two" >&2
+    quietly "${command[@]}"
+}
+
 "$root/scripts/setup.sh" demo >&2
-is_configured || { echo "demo: building the library, which takes a minute or two" >&2; configure; }
-quietly cmake --build "$build" --target fieldbook blackboard
+mkdir -p "$root/build"
+# Of two runs at the same time, one builds and the other one waits.
+(flock 9 && build_programs) 9>"$root/build/demo.lock"
 
 if [ $# -eq 0 ]; then
     mkdir -p "$build/book"
