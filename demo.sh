@@ -41,7 +41,10 @@ build_programs() {
 "$root/scripts/setup.sh" demo >&2
 mkdir -p "$root/build"
 # Of two runs at the same time, one builds and the other one waits.
-(flock 9 && build_programs) 9>"$root/build/demo.lock"
+(
+    flock -n 9 || { echo "demo: waiting for another run that builds" >&2; flock 9; }
+    build_programs
+) 9>"$root/build/demo.lock"
 
 if [ $# -eq 0 ]; then
     mkdir -p "$build/book"
