@@ -50,12 +50,19 @@ struct Dms {
     double seconds;
 };
 
+// The fraction, with the sign of the value also where it is 0. std::modf would do, but a C runtime
+// drops that sign.
+double splitOff(double& whole, double value) {
+    whole = std::trunc(value);
+    return std::copysign(std::isinf(value) ? 0.0 : value - whole, value);
+}
+
 // The parts of an angle; the first that is not 0 has its sign, and those behind are not negative.
 Dms partsOf(double degrees) {
     Dms parts{};
-    double rest = std::modf(degrees, &parts.degrees);
+    double rest = splitOff(parts.degrees, degrees);
     if (parts.degrees < 0.0) rest = std::fabs(rest);
-    rest = std::modf(rest * 60.0, &parts.minutes);
+    rest = splitOff(parts.minutes, rest * 60.0);
     if (parts.minutes < 0.0) rest = std::fabs(rest);
     parts.seconds = rest * 60.0;
     return parts;
