@@ -21,13 +21,15 @@ WINBASEAPI char* _strdup(const char* text);
 WINBASEAPI errno_t strcpy_s(char* target, std::size_t size, const char* source);
 WINBASEAPI errno_t strcat_s(char* target, std::size_t size, const char* source);
 
-// Formats as printf does, with exact ties of %f rounded away from zero. -1 when it does not fit.
+// Format as printf does, with exact ties of %f rounded away from zero. Where the text does not fit
+// (ERANGE) or the format is not known (EINVAL), the text is empty and the result -1.
 WINBASEAPI int vsprintf_s(char* target, std::size_t size, const char* format, va_list arguments);
 WINBASEAPI int sprintf_s(char* target, std::size_t size, const char* format, ...)
     __attribute__((format(printf, 3, 4)));
 
 // The digits of the value's magnitude, rounded to `decimals` decimals, ties away from zero. The
 // point stands behind the first `point` digits; it is 0 or negative for a value below 1.
+// EINVAL for infinity and for what is no number.
 WINBASEAPI errno_t _fcvt_s(char* digits, std::size_t size, double value, int decimals, int* point,
                            int* sign);
 
