@@ -2,10 +2,12 @@
 #include <benchmark/benchmark.h>
 #include <jw32/jw32.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <numbers>
 #include <vector>
 
@@ -41,27 +43,45 @@ void packRadians(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(radians.size()));
 }
 
-void textByJw32(benchmark::State& state) {
-    char text[64];
-    for (auto _ : state) {
-        for (const double radian : radians) {
-            const CJw32Angle angle(radian, CJw32Angle::eAngleTypeRad, CJw32Angle::eAngleRangeNone);
-            angle.AngleToString(text, sizeof text, CJw32Angle::eAngleTypeDmsMarked, 2);
-            benchmark::DoNotOptimize(text);
-        }
-    }
-    state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(radians.size()));
+using Text = char[64];
+
+void writeByJw32(Text& text, double radian) {
+    const CJw32Angle angle(radian, CJw32Angle::eAngleTypeRad, CJw32Angle::eAngleRangeNone);
+    angle.AngleToString(text, sizeof text, CJw32Angle::eAngleTypeDmsMarked, 2);
 }
 
-// The least that a program without the library would do: no carry of seconds that round to 60.
-void textBySnprintf(benchmark::State& state) {
-    char text[64];
+// What a program without the library would do for the same text.
+void writeBySnprintf(Text& text, double radian) {
+    const double degrees = std::fabs(radian * 180 / std::numbers::pi);
+    int whole = static_cast<int>(degrees);
+    const double rest = (degrees - whole) * 60;
+    int minutes = static_cast<int>(rest);
+    double seconds = (rest - minutes) * 60;
+    if (seconds >= 59.995) {
+        seconds = 0;
+        whole += ++minutes / 60;
+        minutes %= 60;
+    }
+    std::snprintf(text, sizeof text, "%s%d %d' %.2f\"", radian < 0 ? "-" : "", whole, minutes,
+                  seconds);
+}
+
+bool areTextsEqual() {
+    Text one, other;
+    return std::all_of(radians.begin(), radians.end(), [&](double radian) {
+        writeByJw32(one, radian);
+        writeBySnprintf(other, radian);
+        return std::strcmp(one, other) == 0;
+    });
+}
+
+template <void (*write)(Text&, double)>
+void angleText(benchmark::State& state) {
+    if (!areTextsEqual()) state.SkipWithError("the texts differ");
+    Text text;
     for (auto _ : state) {
         for (const double radian : radians) {
-            const double degrees = radian * 180 / std::numbers::pi;
-            const double rest = std::fabs(degrees - std::trunc(degrees)) * 60;
-            std::snprintf(text, sizeof text, "%d %d' %.2f\"", static_cast<int>(degrees),
-                          static_cast<int>(rest), (rest - std::trunc(rest)) * 60);
+            write(text, radian);
             benchmark::DoNotOptimize(text);
         }
     }
@@ -97,8 +117,8 @@ void crcByTable(benchmark::State& state) {
 
 BENCHMARK(partsOfRadians)->Name("jw32/radians_to_parts_x1024");
 BENCHMARK(packRadians)->Name("jw32/radians_to_packed_x1024");
-BENCHMARK(textByJw32)->Name("jw32/angle_text_x1024");
-BENCHMARK(textBySnprintf)->Name("plain/angle_text_x1024");
+BENCHMARK(angleText<writeByJw32>)->Name("jw32/angle_text_x1024");
+BENCHMARK(angleText<writeBySnprintf>)->Name("plain/angle_text_x1024");
 BENCHMARK(crcByJw32)->Name("jw32/crc32_1_mib");
 BENCHMARK(crcByTable)->Name("plain/crc32_1_mib");
 
