@@ -41,7 +41,8 @@ BOOL WINAPI CreateDirectoryW(LPCWSTR name, LPSECURITY_ATTRIBUTES security) {
     auto path = machine::parsePath(name);
     path.trailingSeparator = false;  // whatever stands there, it is in the way
     if (const DWORD code = path.fileError()) return failWith(code, FALSE);
-    const auto found = machine::findOnHost(path);
+    machine::NameLock lock;
+    const auto found = machine::findToMake(path, lock);
     if (found.exists()) return failWith(ERROR_ALREADY_EXISTS, FALSE);
     if (!found.canBeMade()) return failWith(found.error, FALSE);
     if (::mkdir(found.path.c_str(), newDirectoryMode) == 0) return TRUE;

@@ -62,6 +62,12 @@ class TemporaryNeighbour {
     bool placed_ = false;
 };
 
+// Somebody may have made the name in another case while the content was copied.
+bool placeCopy(TemporaryNeighbour& copy, const std::string& target, bool replace) {
+    machine::NameLock lock;
+    return copy.place(machine::keepName(target, lock), replace);
+}
+
 bool writeAll(int file, const char* data, std::size_t size) {
     while (size > 0) {
         const auto written = ::write(file, data, size);
@@ -142,7 +148,7 @@ DWORD copyHostFile(const HostName& from, const std::string& to, bool replace) {
     TemporaryNeighbour copy(to, whileCopying);
     const bool done = copy && copyContent(source.get(), copy.file()) &&
                       copyProperties(source.get(), copy.file(), from.status) &&
-                      copy.place(to, replace);
+                      placeCopy(copy, to, replace);
     if (done) return ERROR_SUCCESS;
     return errno == EEXIST ? ERROR_FILE_EXISTS : machine::codeOfHostError(errno);
 }

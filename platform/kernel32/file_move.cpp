@@ -49,7 +49,8 @@ DWORD move(const machine::Path& source, const machine::Path& target) {
     const auto from = machine::findOnHost(source);
     if (!from.exists()) return from.error;
     if (target.trailingSeparator && !from.isDirectory()) return ERROR_DIRECTORY;
-    const auto to = machine::findOnHost(target);
+    machine::NameLock lock;
+    const auto to = machine::findToMake(target, lock);
     // The same file under a name that differs by case only, or not at all.
     const bool same = to.exists() && isSameFile(from, to) && from.path == to.path;
     if (to.exists() && !same) return ERROR_ALREADY_EXISTS;
@@ -60,7 +61,9 @@ DWORD move(const machine::Path& source, const machine::Path& target) {
     const auto folder = to.path.substr(0, to.path.rfind('/') + 1);
     const auto name = folder + machine::toUtf8(target.components.back());
     const DWORD code = renameHost(from, name, same);
-    return code == ERROR_NOT_SAME_DEVICE ? moveByCopy(from, name) : code;
+    if (code != ERROR_NOT_SAME_DEVICE) return code;
+    lock.release();  // the copy keeps the name at its end
+    return moveByCopy(from, name);
 }
 
 }  // namespace

@@ -159,7 +159,9 @@ HANDLE openPath(const Request& request, const machine::Path& path) {
     if (path.kind == machine::Path::Kind::Invalid) return refuse(path.error);
     if (path.kind == machine::Path::Kind::NullDevice) return openNullDevice(request);
     if (const HANDLE handle = openAsItStands(request, path)) return handle;
-    const auto name = machine::findOnHost(path);
+    machine::NameLock lock;
+    const auto name =
+        request.creates() ? machine::findToMake(path, lock) : machine::findOnHost(path);
     if (name.exists() && request.wantsLink() && isDirectoryLink(name.path, name.status)) {
         return openLink(request, name);
     }

@@ -1,6 +1,5 @@
 // Searches for files.
 #include <dirent.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <cstring>
@@ -46,14 +45,13 @@ void storeText(WCHAR (&target)[Size], std::u16string_view text) {
 }
 
 // Of the two reserved fields the first tells the kind of a link.
-void fillRecord(WIN32_FIND_DATAW& record, const std::string& path, const struct stat& status,
-                std::u16string_view name) {
+void fillRecord(WIN32_FIND_DATAW& record, const machine::HostName& host, std::u16string_view name) {
     std::memset(&record, 0, sizeof record);
-    const auto times = machine::timesOf(path, status);
-    record.dwFileAttributes = machine::attributesOf(path, status);
+    const auto times = machine::timesOf(host.status, host.birth);
+    record.dwFileAttributes = machine::attributesOf(host.path, host.status);
     const bool isDirectory = (record.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
     const bool isLink = (record.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
-    const std::uint64_t size = isDirectory ? 0 : static_cast<std::uint64_t>(status.st_size);
+    const std::uint64_t size = isDirectory ? 0 : static_cast<std::uint64_t>(host.status.st_size);
     if (isLink) record.dwReserved0 = IO_REPARSE_TAG_MOUNT_POINT;
     record.ftCreationTime = times.creation;
     record.ftLastAccessTime = times.access;
@@ -77,10 +75,9 @@ bool SearchObject::wants(const dirent& entry) const {
 bool SearchObject::next(WIN32_FIND_DATAW& record) {
     while (const auto* const entry = directory == nullptr ? nullptr : ::readdir(directory.get())) {
         if (!wants(*entry)) continue;
-        const auto path = folder + "/" + entry->d_name;
-        struct stat status {};
-        if (::stat(path.c_str(), &status) != 0 && ::lstat(path.c_str(), &status) != 0) continue;
-        fillRecord(record, path, status, machine::fromUtf8(entry->d_name));
+        const auto host = machine::atHostPath(folder + "/" + entry->d_name);
+        if (!host.exists()) continue;
+        fillRecord(record, host, machine::fromUtf8(entry->d_name));
         return true;
     }
     return false;
@@ -99,7 +96,7 @@ HANDLE findOne(const machine::Path& path, WIN32_FIND_DATAW& record) {
     const auto found = machine::findOnHost(path);
     if (!found.exists()) return refuse(found.error);
     const auto name = found.path.substr(found.path.rfind('/') + 1);
-    fillRecord(record, found.path, found.status, machine::fromUtf8(name));
+    fillRecord(record, found, machine::fromUtf8(name));
     return makeHandle(std::make_unique<SearchObject>());
 }
 

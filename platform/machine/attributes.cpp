@@ -135,14 +135,10 @@ FILETIME fileTime(const struct timespec& time) {
     return {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
 }
 
-FileTimes timesOf(const std::string& path, const struct stat& status) {
-    timespec birth = std::min({status.st_mtim, status.st_ctim, status.st_atim}, earlier);
-    struct statx extended {};
-    if (::statx(AT_FDCWD, path.c_str(), 0, STATX_BTIME, &extended) == 0 &&
-        (extended.stx_mask & STATX_BTIME) != 0) {
-        birth = {extended.stx_btime.tv_sec, extended.stx_btime.tv_nsec};
-    }
-    return {fileTime(birth), fileTime(status.st_atim), fileTime(status.st_mtim)};
+FileTimes timesOf(const struct stat& status, const std::optional<timespec>& birth) {
+    const auto creation =
+        birth.value_or(std::min({status.st_mtim, status.st_ctim, status.st_atim}, earlier));
+    return {fileTime(creation), fileTime(status.st_atim), fileTime(status.st_mtim)};
 }
 
 }  // namespace machine

@@ -7,6 +7,7 @@
 
 #include <sys/stat.h>
 
+#include <optional>
 #include <string>
 
 #include "fileapi.h"
@@ -34,6 +35,6 @@ struct FileTimes {
     FILETIME creation, access, write;
 };
 // The creation time is the host's birth time, or the earliest of the others where there is none.
-FileTimes timesOf(const std::string& path, const struct stat& status);
+FileTimes timesOf(const struct stat& status, const std::optional<timespec>& birth);
 
 }  // namespace machine

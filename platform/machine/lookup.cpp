@@ -1,15 +1,14 @@
 // Names of the interface found on the host.
 #include "machine/lookup.h"
 
-#include <dirent.h>
-#include <unistd.h>
+#include <fcntl.h>
+#include <sys/sysmacros.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <memory>
+#include <utility>
 
+#include "machine/folder_index.h"
 #include "machine/host_errors.h"
-#include "machine/short_names.h"
 #include "machine/text.h"
 #include "winerror.h"
 
@@ -17,55 +16,119 @@ namespace machine {
 
 namespace {
 
-using Directory = std::unique_ptr<DIR, int (*)(DIR*)>;
-
-int status(const std::string& path, struct stat& result) {
-    if (::stat(path.c_str(), &result) == 0) return 0;
-    if (errno == ENOENT && ::lstat(path.c_str(), &result) == 0) return 0;
-    return errno;
+timespec timeOf(const struct statx_timestamp& time) {
+    return {time.tv_sec, time.tv_nsec};
 }
 
-// The host's name of the component in the folder: equal but for case, else by its short form.
-std::string matchIn(const std::string& folder, const std::u16string& component) {
-    const Directory directory(::opendir(folder.c_str()), ::closedir);
-    if (directory == nullptr) return {};
-    const bool mayBeShort = component.find(u'~') != std::u16string::npos;
-    std::string byShortName;
-    while (const auto* const entry = ::readdir(directory.get())) {
-        const auto name = fromUtf8(entry->d_name);
-        if (equalIgnoringCase(name, component)) return entry->d_name;
-        if (mayBeShort && byShortName.empty() && equalIgnoringCase(shortNameOf(name), component)) {
-            byShortName = entry->d_name;
-        }
+struct stat statusOf(const struct statx& extended) {
+    struct stat status {};
+    status.st_dev = makedev(extended.stx_dev_major, extended.stx_dev_minor);
+    status.st_rdev = makedev(extended.stx_rdev_major, extended.stx_rdev_minor);
+    status.st_ino = extended.stx_ino;
+    status.st_mode = extended.stx_mode;
+    status.st_nlink = extended.stx_nlink;
+    status.st_uid = extended.stx_uid;
+    status.st_gid = extended.stx_gid;
+    status.st_size = static_cast<off_t>(extended.stx_size);
+    status.st_blksize = static_cast<blksize_t>(extended.stx_blksize);
+    status.st_blocks = static_cast<blkcnt_t>(extended.stx_blocks);
+    status.st_atim = timeOf(extended.stx_atime);
+    status.st_mtim = timeOf(extended.stx_mtime);
+    status.st_ctim = timeOf(extended.stx_ctime);
+    return status;
+}
+
+// One call of the host, for a link two. The result is the host's error, or 0.
+int look(const std::string& path, HostName& name) {
+    constexpr unsigned wanted = STATX_BASIC_STATS | STATX_BTIME;
+    struct statx found {};
+    if (::statx(AT_FDCWD, path.c_str(), AT_SYMLINK_NOFOLLOW, wanted, &found) != 0) return errno;
+    if (S_ISLNK(found.stx_mode)) {
+        struct statx target {};
+        const bool leads = ::statx(AT_FDCWD, path.c_str(), 0, wanted, &target) == 0;
+        if (!leads && errno != ENOENT) return errno;
+        if (leads) found = target;
     }
-    return byShortName;
+    name.status = statusOf(found);
+    const bool hasBirth = (found.stx_mask & STATX_BTIME) != 0;
+    name.birth = hasBirth ? std::optional(timeOf(found.stx_btime)) : std::nullopt;
+    return 0;
 }
 
-// The slow way, when the name does not exist as it stands: component by component.
+Descriptor openFolder(const std::string& path) {
+    return Descriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+}
+
+std::string folderPath(const std::string& path) {
+    return path.empty() ? "/" : path;
+}
+
+// A component of the open folder, whose path `found` has, that may be there in another case. With a
+// lock, the name is kept. A folder that cannot be read has the names that are given exactly.
+void findInFolder(HostName& found, Descriptor folder, const std::u16string& component,
+                  NameLock* lock) {
+    std::string name;
+    if (folder) {
+        const int descriptor = folder.get();
+        if (lock != nullptr) lock->take(std::move(folder), component);
+        name = nameInFolder(descriptor, component);
+    }
+    found.path += "/" + (name.empty() ? toUtf8(component) : name);
+    if (name.empty()) {
+        found.error = ERROR_FILE_NOT_FOUND;
+    } else if (const int error = look(found.path, found)) {
+        found.error = codeOfHostError(error);
+    }
+}
+
+// Component by component, as each may be there in another case.
 HostName findByComponents(const Path& path) {
     HostName found;
     found.path = path.hostRoot();
-    for (std::size_t i = 0; i < path.components.size(); ++i) {
-        const auto& component = path.components[i];
-        const auto folder = found.path.empty() ? std::string("/") : found.path;
-        auto name = toUtf8(component);
-        if (status(found.path + "/" + name, found.status) != 0) name = matchIn(folder, component);
-        if (name.empty()) {
-            const bool last = i + 1 == path.components.size();
-            found.error = last ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
-            found.path += "/" + toUtf8(component);
-            return found;
-        }
-        found.path += "/" + name;
-        if (const int error = status(found.path, found.status)) {
-            found.error = codeOfHostError(error);
-            return found;
-        }
-        if (i + 1 < path.components.size() && !found.isDirectory()) {
-            found.error = ERROR_PATH_NOT_FOUND;
-            return found;
+    if (const int error = look(folderPath(found.path), found)) {
+        found.error = codeOfHostError(error);
+    }
+    for (const auto& component : path.components) {
+        if (found.exists() && !found.isDirectory()) found.error = ERROR_PATH_NOT_FOUND;
+        if (!found.exists()) return found;
+        const auto exact = found.path + "/" + toUtf8(component);
+        if (look(exact, found) == 0) {
+            found.path = exact;
+        } else {
+            findInFolder(found, openFolder(folderPath(found.path)), component, nullptr);
         }
     }
+    return found;
+}
+
+// A name that is not there as it is given, in a folder that mostly is.
+HostName findInAnotherCase(const Path& path, NameLock* lock) {
+    const auto parent = parentOf(path);
+    HostName found;
+    found.path = parent.isRoot() ? parent.hostRoot() : literalHostPath(parent);
+    auto folder = openFolder(folderPath(found.path));
+    if (!folder) {
+        found = findByComponents(parent);
+        if (found.exists() && !found.isDirectory()) found.error = ERROR_PATH_NOT_FOUND;
+        if (found.error == ERROR_FILE_NOT_FOUND) found.error = ERROR_PATH_NOT_FOUND;
+        if (!found.exists()) return found;
+        folder = openFolder(folderPath(found.path));
+    }
+    findInFolder(found, std::move(folder), path.components.back(), lock);
+    return found;
+}
+
+HostName find(const Path& path, NameLock* lock) {
+    HostName found;
+    found.path = literalHostPath(path);
+    const int error = look(found.path, found);
+    if (error != 0 && (path.isRoot() || (error != ENOENT && error != ENOTDIR))) {
+        found.error = path.isRoot() ? ERROR_PATH_NOT_FOUND : codeOfHostError(error);
+        return found;
+    }
+    if (error != 0) found = findInAnotherCase(path, lock);
+    const bool isFile = found.exists() && S_ISREG(found.status.st_mode);
+    if (isFile && path.trailingSeparator) found.error = ERROR_INVALID_NAME;
     return found;
 }
 
@@ -87,18 +150,31 @@ Path parentOf(const Path& path) {
     return parent;
 }
 
+HostName atHostPath(const std::string& path) {
+    HostName name;
+    name.path = path;
+    if (const int error = look(path, name)) name.error = codeOfHostError(error);
+    return name;
+}
+
 HostName findOnHost(const Path& path) {
-    HostName found;
-    found.path = literalHostPath(path);
-    const int error = status(found.path, found.status);
-    if (error != 0 && (path.isRoot() || (error != ENOENT && error != ENOTDIR))) {
-        found.error = path.isRoot() ? ERROR_PATH_NOT_FOUND : codeOfHostError(error);
-        return found;
-    }
-    if (error != 0) found = findByComponents(path);
-    const bool isFile = found.exists() && S_ISREG(found.status.st_mode);
-    if (isFile && path.trailingSeparator) found.error = ERROR_INVALID_NAME;
-    return found;
+    return find(path, nullptr);
+}
+
+HostName findToMake(const Path& path, NameLock& lock) {
+    return find(path, &lock);
+}
+
+std::string keepName(const std::string& hostPath, NameLock& lock) {
+    const auto slash = hostPath.rfind('/');
+    const auto folder = hostPath.substr(0, slash);
+    auto descriptor = openFolder(folderPath(folder));
+    if (!descriptor) return hostPath;
+    const int open = descriptor.get();
+    const auto component = fromUtf8(hostPath.substr(slash + 1));
+    lock.take(std::move(descriptor), component);
+    const auto name = nameInFolder(open, component);
+    return name.empty() ? hostPath : folder + "/" + name;
 }
 
 }  // namespace machine

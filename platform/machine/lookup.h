@@ -4,8 +4,10 @@
 
 #include <sys/stat.h>
 
+#include <optional>
 #include <string>
 
+#include "machine/name_lock.h"
 #include "machine/paths.h"
 #include "windef.h"
 
@@ -15,7 +17,8 @@ namespace machine {
 struct HostName {
     std::string path;
     DWORD error = 0;  // 0: exists; else ERROR_FILE_NOT_FOUND or ERROR_PATH_NOT_FOUND and others
-    struct stat status {};
+    struct stat status {};                         // through links, where they lead anywhere
+    std::optional<timespec> birth = std::nullopt;  // where the file system keeps it
 
     bool exists() const { return error == 0; }
     bool canBeMade() const;  // it does not exist, but its folder does
@@ -24,6 +27,17 @@ struct HostName {
 
 // A dangling symbolic link counts as existing. A file with a separator behind its name is none.
 HostName findOnHost(const Path& path);
+
+// The same for a name that may be made. Where it is not there as it is given, the lock keeps it in
+// whatever case, so that it stays as it was found until it is made and the lock ends.
+HostName findToMake(const Path& path, NameLock& lock);
+
+// What is at the very path on the host.
+HostName atHostPath(const std::string& path);
+
+// Keeps the last name of a host path. The result is the path under which it is there in whatever
+// case, or else the path itself.
+std::string keepName(const std::string& hostPath, NameLock& lock);
 
 // The folder that holds the last component of a path that is not a root.
 Path parentOf(const Path& path);
