@@ -21,9 +21,18 @@ std::u16string_view withoutTrailing(std::u16string_view name, std::u16string_vie
     return name.substr(0, last == std::u16string_view::npos ? 0 : last + 1);
 }
 
-// Within a path, a name loses one dot at its end.
+// Within a path, a name loses a single dot at its end; two dots and more are part of the name.
 std::u16string_view withoutDot(std::u16string_view name) {
-    return name.ends_with(u'.') ? name.substr(0, name.size() - 1) : name;
+    const bool isSingle = name.ends_with(u'.') && !name.ends_with(u"..");
+    return isSingle ? name.substr(0, name.size() - 1) : name;
+}
+
+// Takes a part and the separators in front of it off the text.
+std::u16string takePart(std::u16string_view& text) {
+    text.remove_prefix(std::min(text.find_first_not_of(u"\\/"), text.size()));
+    const std::u16string part(text.substr(0, text.find_first_of(u"\\/")));
+    text.remove_prefix(part.size());
+    return part;
 }
 
 std::u16string joined(std::u16string root, const Components& components, bool trailingSeparator) {
@@ -36,16 +45,12 @@ std::u16string joined(std::u16string root, const Components& components, bool tr
     return root;
 }
 
-// "\\server\share", whose two parts no ".." takes away, or what there is of it.
+// "\\server\share" or what there is of it.
 std::u16string shareRoot(std::u16string_view& rest) {
-    std::u16string root = u"\\";
-    for (int part = 0; part < 2 && !rest.empty(); ++part) {
-        const auto end = std::find_if(rest.begin(), rest.end(), isSeparator);
-        const std::u16string name(rest.begin(), end);
-        root += u"\\" + name;
-        rest.remove_prefix(std::min(name.size() + 1, rest.size()));
-    }
-    return root;
+    const bool isServerAlone = rest.find_first_of(u"\\/") == rest.npos;
+    const auto [server, name] = takeShare(rest);
+    const auto root = u"\\\\" + server;
+    return isServerAlone ? root : root + u"\\" + name;
 }
 
 // Takes the root off the text; relative paths begin with the current directory's components. Empty:
@@ -87,6 +92,15 @@ bool beginsWithDrive(std::u16string_view text) {
     return text.size() > 1 && isLetter(text[0]) && text[1] == u':';
 }
 
+ShareParts takeShare(std::u16string_view& text) {
+    ShareParts parts;
+    parts.server = takePart(text);
+    parts.name = takePart(text);
+    auto& last = parts.name.empty() ? parts.server : parts.name;
+    if (text.empty()) last = withoutTrailing(last, u". ");
+    return parts;
+}
+
 bool addComponents(Components& components, std::u16string_view text) {
     const bool asFolder = !text.empty() && isSeparator(text.back());
     auto former = components.size();  // how many of those in front are left
@@ -121,6 +135,7 @@ std::u16string deviceOf(std::u16string_view component) {
     constexpr std::array names = {u"CON", u"PRN", u"AUX", u"NUL"};
     const std::u16string base(
         withoutTrailing(component.substr(0, component.find_first_of(u".:")), u" "));
+    if (base.size() != 3 && base.size() != 4) return {};
     const auto upper = upperCase(base);
     const bool numbered = upper.size() == 4 && upper[3] >= u'1' && upper[3] <= u'9' &&
                           (upper.starts_with(u"COM") || upper.starts_with(u"LPT"));

@@ -14,9 +14,19 @@ bool isSeparator(char16_t character);
 // "X:", whatever follows.
 bool beginsWithDrive(std::u16string_view text);
 
+// The parts of a share's root; empty where the text ends before them.
+struct ShareParts {
+    std::u16string server{}, name{};
+};
+
+// Takes server and share off what follows the two first separators. They are names of their own,
+// also where they look like "..": no step up leaves them. Dots and blanks at the end of the path do
+// not count.
+ShareParts takeShare(std::u16string_view& text);
+
 // Adds a piece of a path to the components: "." stays where it is, and ".." goes up but never above
-// the root. One dot at the end of each name does not count, nor do dots and blanks at the end of
-// the path. Gives whether the path then ends behind a separator.
+// the root. A single dot at the end of each name does not count, nor do dots and blanks at the end
+// of the path. Gives whether the path then ends behind a separator.
 bool addComponents(Components& components, std::u16string_view text);
 
 // Adds a path that is taken as it stands, as behind "\\?\".

@@ -73,17 +73,17 @@ std::string hostCurrentDirectory() {
 
 // "\\server\share\rest".
 Path sharePath(std::u16string_view text, bool verbatim) {
-    Components all;
+    if (verbatim && text.find(u'/') != text.npos) return invalid(ERROR_INVALID_NAME);
+    const auto [server, name] = takeShare(text);
+    if (name.empty()) return invalid(ERROR_INVALID_NAME);
     Path path;
+    path.share = current().share(toUtf8(server), toUtf8(name));
+    if (path.share == nullptr) return invalid(ERROR_BAD_NETPATH);
     if (verbatim) {
-        addVerbatim(all, text);
+        addVerbatim(path.components, text);
     } else {
-        path.trailingSeparator = addComponents(all, text);
+        path.trailingSeparator = addComponents(path.components, text);
     }
-    path.share = all.size() < 2 ? nullptr : current().share(toUtf8(all[0]), toUtf8(all[1]));
-    if (path.share == nullptr)
-        return invalid(all.size() < 2 ? ERROR_INVALID_NAME : ERROR_BAD_NETPATH);
-    path.components.assign(all.begin() + 2, all.end());
     return path;
 }
 

@@ -64,7 +64,8 @@ TEST(TextAndNumbers, HoldTheVectors) {
                  {"PathCanonicalizeA", canonical},
                  {"GetFullPathNameA", fullPath},
                  {"_splitpath_s", split},
-                 {"_fcvt_s", digits}});
+                 {"_fcvt_s", digits}},
+                onWine());
 }
 
 TEST(TextAndNumbers, HaveTheirLimits) {
