@@ -7,5 +7,8 @@
 
 BOOL WINAPI CloseHandle(HANDLE handle) {
     if (const auto scripted = machine::call("CloseHandle", handle)) return scripted.or_(FALSE);
-    return machine::closeObject(handle) ? TRUE : machine::failWith(ERROR_INVALID_HANDLE, FALSE);
+    const bool isSearch = machine::isOfKind(handle, machine::ObjectKind::Search);
+    return !isSearch && machine::closeObject(handle)
+               ? TRUE
+               : machine::failWith(ERROR_INVALID_HANDLE, FALSE);
 }

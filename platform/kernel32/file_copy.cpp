@@ -24,20 +24,22 @@ using machine::Descriptor;
 using machine::failWith;
 using machine::HostName;
 
-// A file beside the target that goes away unless it was put in the target's place.
+// A file beside the target that goes away unless it was put in the target's place. Where the file
+// system allows, it has no name until then, so that nothing stays when the process is killed.
 class TemporaryNeighbour {
   public:
-    TemporaryNeighbour(const std::string& target, mode_t mode) {
-        static std::atomic<unsigned> counter{0};
-        const auto stem =
-            target.substr(0, target.rfind('/') + 1) + ".jw32-" + std::to_string(::getpid()) + "-";
+    TemporaryNeighbour(const std::string& target, mode_t mode)
+        : folder_(target.substr(0, target.rfind('/') + 1)) {
+        constexpr int flags = O_RDWR | O_CLOEXEC;
+        file_ = Descriptor(::open(folder_.c_str(), flags | O_TMPFILE, mode));
+        if (file_ || (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL)) return;
         do {
-            path_ = stem + std::to_string(counter.fetch_add(1)) + ".tmp";
-            file_ = Descriptor(::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+            path_ = freshName();
+            file_ = Descriptor(::open(path_.c_str(), flags | O_CREAT | O_EXCL, mode));
         } while (!file_ && errno == EEXIST);
     }
     ~TemporaryNeighbour() {
-        if (file_ && !placed_) ::unlink(path_.c_str());
+        if (file_ && !placed_ && !path_.empty()) ::unlink(path_.c_str());
     }
     TemporaryNeighbour(const TemporaryNeighbour&) = delete;
     TemporaryNeighbour& operator=(const TemporaryNeighbour&) = delete;
@@ -47,6 +49,8 @@ class TemporaryNeighbour {
 
     // In one step; without `replace`, an existing target makes it fail with EEXIST.
     bool place(const std::string& target, bool replace) {
+        if (path_.empty() && !replace) return nameFile(target);
+        if (path_.empty() && !takeName()) return false;
         const unsigned flags = replace ? 0 : RENAME_NOREPLACE;
         placed_ = ::renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, target.c_str(), flags) == 0;
         if (!placed_ && !replace && errno == EINVAL && ::link(path_.c_str(), target.c_str()) == 0) {
@@ -57,7 +61,27 @@ class TemporaryNeighbour {
     }
 
   private:
-    std::string path_;
+    std::string freshName() const {
+        static std::atomic<unsigned> counter{0};
+        return folder_ + ".jw32-" + std::to_string(::getpid()) + "-" +
+               std::to_string(counter.fetch_add(1)) + ".tmp";
+    }
+    bool nameFile(const std::string& name) const {
+        const auto link = "/proc/self/fd/" + std::to_string(file_.get());
+        return ::linkat(AT_FDCWD, link.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
+    }
+    bool takeName() {
+        for (;;) {
+            const auto name = freshName();
+            if (nameFile(name)) {
+                path_ = name;
+                return true;
+            }
+            if (errno != EEXIST) return false;
+        }
+    }
+
+    std::string folder_, path_;  // path_ is empty while the file has no name
     Descriptor file_;
     bool placed_ = false;
 };
@@ -131,7 +155,7 @@ DWORD objectionOf(const HostName& from, const HostName& to, bool failIfExists) {
         FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
     const bool guards = (machine::attributesOf(to.path, to.status) & guarded) != 0;
     if (guards) return ERROR_ACCESS_DENIED;
-    const Descriptor file(::open(to.path.c_str(), O_RDONLY | O_CLOEXEC));
+    const Descriptor file(::open(to.path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     const bool shared =
         !file || machine::couldShare(file.get(), machine::sharingOf(GENERIC_WRITE, 0));
     return shared ? ERROR_SUCCESS : ERROR_SHARING_VIOLATION;
@@ -141,8 +165,10 @@ DWORD objectionOf(const HostName& from, const HostName& to, bool failIfExists) {
 
 DWORD copyHostFile(const HostName& from, const std::string& to, bool replace) {
     constexpr mode_t whileCopying = 0600;
-    const Descriptor source(::open(from.path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!source) return machine::codeOfHostError(errno);
+    const Descriptor source(::open(from.path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status {};
+    if (!source || ::fstat(source.get(), &status) != 0) return machine::codeOfHostError(errno);
+    if (!S_ISREG(status.st_mode)) return ERROR_ACCESS_DENIED;  // a pipe or a device has no end
     const auto reading = machine::sharingOf(GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
     if (!machine::share(source.get(), reading)) return ERROR_SHARING_VIOLATION;
     TemporaryNeighbour copy(to, whileCopying);

@@ -20,17 +20,21 @@ DWORD deleteFile(const machine::HostName& found) {
     if (!found.exists()) return found.error;
     if (found.isDirectory() || machine::isReadOnly(found.status)) return ERROR_ACCESS_DENIED;
     if (machine::isDirectoryLink(found.path, found.status)) return ERROR_ACCESS_DENIED;
-    if (!othersLetMove(found.path)) return ERROR_SHARING_VIOLATION;
+    if (const DWORD code = objectionToMove(found.path)) return code;
     return ::unlink(found.path.c_str()) == 0 ? ERROR_SUCCESS : machine::codeOfHostError(errno);
 }
 
 }  // namespace
 
-bool othersLetMove(const std::string& hostPath) {
+DWORD objectionToMove(const std::string& hostPath) {
     const machine::Descriptor file(::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (!file) return true;  // where nothing can be asked, the host decides
+    if (!file && (errno == EMFILE || errno == ENFILE || errno == ENOMEM)) {
+        return machine::codeOfHostError(errno);
+    }
+    if (!file) return ERROR_SUCCESS;  // a file that cannot be asked is the host's to decide
     constexpr DWORD all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    return machine::couldShare(file.get(), machine::sharingOf(DELETE, all));
+    const bool shared = machine::couldShare(file.get(), machine::sharingOf(DELETE, all));
+    return shared ? ERROR_SUCCESS : ERROR_SHARING_VIOLATION;
 }
 
 BOOL WINAPI DeleteFileW(LPCWSTR name) {

@@ -17,16 +17,32 @@ using machine::failWith;
 using machine::FileObject;
 using machine::Pinned;
 
-// Moves up to `count` bytes by `step(done)`, which gives what one call of the host moved. The
-// result is 0 or the error's code; an error behind the first bytes shows at the next call.
-template <class Step>
-DWORD moveBytes(DWORD count, DWORD& moved, Step step) {
+// The result is 0 or the error's code; an error after the first bytes shows at the next call.
+DWORD readBytes(int file, char* target, DWORD count, DWORD& moved) {
     DWORD done = 0;
     while (done < count) {
-        const ssize_t result = step(done);
+        const ssize_t result = ::read(file, target + done, count - done);
         if (result < 0 && errno == EINTR) continue;
         if (result < 0 && done == 0) return machine::codeOfHostError(errno);
         if (result <= 0) break;
+        done += static_cast<DWORD>(result);
+    }
+    moved = done;
+    return ERROR_SUCCESS;
+}
+
+// Writes all or fails, as files on a disk do. The position is then where it was; bytes that had room
+// may remain in the file. A pipe has no position, and what it took is reported.
+DWORD writeBytes(int file, const char* source, DWORD count, DWORD& moved) {
+    DWORD done = 0;
+    while (done < count) {
+        const ssize_t result = ::write(file, source + done, count - done);
+        if (result < 0 && errno == EINTR) continue;
+        if (result < 0) {
+            const DWORD code = machine::codeOfHostError(errno);
+            if (done == 0 || ::lseek(file, -off_t{done}, SEEK_CUR) >= 0) return code;
+            break;
+        }
         done += static_cast<DWORD>(result);
     }
     moved = done;
@@ -50,9 +66,7 @@ BOOL WINAPI ReadFile(HANDLE handle, LPVOID target, DWORD count, LPDWORD moved,
     const Pinned<FileObject> file(handle);
     if (!file) return failWith(ERROR_INVALID_HANDLE, FALSE);
     if (!file->canRead) return failWith(ERROR_ACCESS_DENIED, FALSE);
-    return finished(moveBytes(count, *moved, [&](DWORD done) {
-        return ::read(file->descriptor.get(), static_cast<char*>(target) + done, count - done);
-    }));
+    return finished(readBytes(file->descriptor.get(), static_cast<char*>(target), count, *moved));
 }
 
 BOOL WINAPI WriteFile(HANDLE handle, LPCVOID source, DWORD count, LPDWORD moved,
@@ -66,10 +80,8 @@ BOOL WINAPI WriteFile(HANDLE handle, LPCVOID source, DWORD count, LPDWORD moved,
     const Pinned<FileObject> file(handle);
     if (!file) return failWith(ERROR_INVALID_HANDLE, FALSE);
     if (!file->canWrite) return failWith(ERROR_ACCESS_DENIED, FALSE);
-    return finished(moveBytes(count, *moved, [&](DWORD done) {
-        return ::write(file->descriptor.get(), static_cast<const char*>(source) + done,
-                       count - done);
-    }));
+    return finished(
+        writeBytes(file->descriptor.get(), static_cast<const char*>(source), count, *moved));
 }
 
 DWORD WINAPI SetFilePointer(HANDLE handle, LONG distance, PLONG distanceHigh, DWORD origin) {

@@ -42,6 +42,17 @@ HANDLE insert(machine::NamedBlock block) {
     return insert(std::make_unique<machine::NamedMappingObject>(std::move(block)), outcome);
 }
 
+// Gives the file its new length with room on the disk for all of it: a page without room would end
+// the process that writes to it. On failure the file has its former length.
+DWORD grow(int file, off_t present, off_t size) {
+    int error = 0;
+    do error = ::posix_fallocate(file, present, size - present);
+    while (error == EINTR);
+    if (error == 0) return ERROR_SUCCESS;
+    const bool restored = ::ftruncate(file, present) == 0;
+    return machine::codeOfHostError(restored ? error : errno);
+}
+
 // What a mapping of the file would hold. 0 for `wanted`: what the file holds. Gives the error's
 // code, or 0; a file that may be written grows to the size that is wanted.
 DWORD settleSize(int file, bool writes, std::uint64_t wanted, std::uint64_t& size) {
@@ -53,8 +64,7 @@ DWORD settleSize(int file, bool writes, std::uint64_t wanted, std::uint64_t& siz
     if (size == 0) return ERROR_FILE_INVALID;
     if (size <= present) return ERROR_SUCCESS;
     if (!writes) return ERROR_NOT_ENOUGH_MEMORY;
-    const bool grown = ::ftruncate(file, static_cast<off_t>(size)) == 0;
-    return grown ? DWORD{ERROR_SUCCESS} : machine::codeOfHostError(errno);
+    return grow(file, status.st_size, static_cast<off_t>(size));
 }
 
 HANDLE mapFile(HANDLE handle, bool writes, std::uint64_t wanted) {
@@ -67,7 +77,6 @@ HANDLE mapFile(HANDLE handle, bool writes, std::uint64_t wanted) {
     }
     Descriptor own(::fcntl(file->descriptor.get(), F_DUPFD_CLOEXEC, 0));
     if (!own) return refuse(machine::codeOfHostError(errno));
-    file->isMapped = true;
     return insert(std::make_unique<MappingObject>(std::move(own), size, writes), ERROR_SUCCESS);
 }
 

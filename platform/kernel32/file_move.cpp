@@ -57,7 +57,8 @@ DWORD move(const machine::Path& source, const machine::Path& target) {
     if (!same && !to.canBeMade()) {
         return to.error;
     }
-    if (!from.isDirectory() && !othersLetMove(from.path)) return ERROR_SHARING_VIOLATION;
+    const DWORD objection = from.isDirectory() ? 0 : objectionToMove(from.path);
+    if (objection != 0) return objection;
     const auto folder = to.path.substr(0, to.path.rfind('/') + 1);
     const auto name = folder + machine::toUtf8(target.components.back());
     const DWORD code = renameHost(from, name, same);

@@ -6,8 +6,8 @@
 #include "machine/lookup.h"
 #include "windef.h"
 
-// Whether every open handle of the file shares its deletion.
-bool othersLetMove(const std::string& hostPath);
+// Why the file may not be moved or deleted; 0: every open handle of it shares its deletion.
+DWORD objectionToMove(const std::string& hostPath);
 
 // A copy of the file's content, times, permissions and stored attributes, made beside the target
 // and put in its place in one step, so that a failure leaves the old target. With `replace` false,

@@ -48,7 +48,7 @@ HANDLE refuse(DWORD code) {
 // by read locks; the handle itself knows what it may do.
 Descriptor openDescriptor(const std::string& path, bool write, int flags) {
     constexpr mode_t newFileMode = 0666;
-    const int common = O_CLOEXEC | flags;
+    const int common = O_CLOEXEC | O_NONBLOCK | flags;  // opening a pipe waits for nobody
     Descriptor file(::open(path.c_str(), common | (write ? O_RDWR : O_RDONLY), newFileMode));
     if (!file && write && errno == EACCES) {
         file = Descriptor(::open(path.c_str(), common | O_WRONLY, newFileMode));
@@ -56,10 +56,16 @@ Descriptor openDescriptor(const std::string& path, bool write, int flags) {
     return file;
 }
 
-HANDLE makeHandle(Descriptor file, const Request& request, const std::string& path) {
+// From here on, reading and writing a pipe wait for its other end.
+void waitForBytes(int pipe) {
+    const int flags = ::fcntl(pipe, F_GETFL);
+    if (flags >= 0) ::fcntl(pipe, F_SETFL, flags & ~O_NONBLOCK);
+}
+
+HANDLE makeHandle(Descriptor file, const Request& request) {
     auto object = std::make_unique<machine::FileObject>(std::move(file), request.sharing.uses.read,
                                                         request.wantsWrite());
-    if ((request.flags & FILE_FLAG_DELETE_ON_CLOSE) != 0) object->removedOnClose = path;
+    object->removedOnClose = (request.flags & FILE_FLAG_DELETE_ON_CLOSE) != 0;
     const HANDLE handle = machine::insertObject(std::move(object));
     if (handle == nullptr) return refuse(ERROR_TOO_MANY_OPEN_FILES);
     SetLastError(ERROR_SUCCESS);
@@ -89,6 +95,7 @@ HANDLE finishExisting(Descriptor file, const Request& request, const std::string
     struct stat status {};
     if (::fstat(file.get(), &status) != 0) return refuse(machine::codeOfHostError(errno));
     if (const DWORD code = objection(request, path, status)) return refuse(code);
+    if (S_ISFIFO(status.st_mode)) waitForBytes(file.get());
     if (!machine::share(file.get(), request.sharing)) return refuse(ERROR_SHARING_VIOLATION);
     if (request.replaces() && ::ftruncate(file.get(), 0) != 0) {
         return refuse(machine::codeOfHostError(errno));
@@ -97,7 +104,7 @@ HANDLE finishExisting(Descriptor file, const Request& request, const std::string
         const DWORD wanted = request.flags & machine::settableAttributes;
         if (wanted != 0) machine::setAttributes(path, status, wanted | FILE_ATTRIBUTE_ARCHIVE);
     }
-    const HANDLE handle = makeHandle(std::move(file), request, path);
+    const HANDLE handle = makeHandle(std::move(file), request);
     if (handle != INVALID_HANDLE_VALUE && request.creates()) SetLastError(ERROR_ALREADY_EXISTS);
     return handle;
 }
@@ -121,13 +128,13 @@ HANDLE createFile(const Request& request, const HostName& name) {
         errno = EEXIST;
     }
     if (!file) return refuse(machine::codeOfHostError(errno));
-    machine::share(file.get(), request.sharing);
+    if (!machine::share(file.get(), request.sharing)) return refuse(ERROR_SHARING_VIOLATION);
     const DWORD wanted = request.flags & machine::settableAttributes & ~FILE_ATTRIBUTE_ARCHIVE;
     struct stat status {};
     if (wanted != 0 && ::fstat(file.get(), &status) == 0) {
         machine::setAttributes(name.path, status, wanted | FILE_ATTRIBUTE_ARCHIVE);
     }
-    return makeHandle(std::move(file), request, name.path);
+    return makeHandle(std::move(file), request);
 }
 
 // The link itself: what is asked of the handle is not asked of the target.
@@ -135,12 +142,11 @@ HANDLE openLink(const Request& request, const HostName& name) {
     if (request.disposition == CREATE_NEW) return refuse(ERROR_FILE_EXISTS);
     if (!request.wantsDirectory() || request.replaces()) return refuse(ERROR_ACCESS_DENIED);
     Descriptor link(::open(name.path.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
-    return link ? makeHandle(std::move(link), request, {})
-                : refuse(machine::codeOfHostError(errno));
+    return link ? makeHandle(std::move(link), request) : refuse(machine::codeOfHostError(errno));
 }
 
 HANDLE openNullDevice(const Request& request) {
-    const HANDLE handle = makeHandle(openDescriptor("/dev/null", true, 0), request, {});
+    const HANDLE handle = makeHandle(openDescriptor("/dev/null", true, 0), request);
     const bool opened = handle != INVALID_HANDLE_VALUE;
     if (opened && request.disposition == OPEN_ALWAYS) SetLastError(ERROR_ALREADY_EXISTS);
     return handle;
@@ -151,7 +157,7 @@ HANDLE openAsItStands(const Request& request, const machine::Path& path) {
     if (request.disposition != OPEN_EXISTING || path.trailingSeparator) return nullptr;
     if (request.wantsLink()) return nullptr;
     const auto name = machine::literalHostPath(path);
-    auto file = openDescriptor(name, request.wantsWrite(), O_NONBLOCK);
+    auto file = openDescriptor(name, request.wantsWrite(), 0);
     return file ? finishExisting(std::move(file), request, name) : nullptr;
 }
 
@@ -165,6 +171,7 @@ HANDLE openPath(const Request& request, const machine::Path& path) {
     if (name.exists() && request.wantsLink() && isDirectoryLink(name.path, name.status)) {
         return openLink(request, name);
     }
+    if (name.exists() && S_ISLNK(name.status.st_mode)) return refuse(ERROR_FILE_NOT_FOUND);
     if (name.exists()) return openExisting(request, name);
     if (!request.creates() || !name.canBeMade()) return refuse(name.error);
     return path.trailingSeparator ? refuse(ERROR_INVALID_NAME) : createFile(request, name);

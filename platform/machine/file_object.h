@@ -3,8 +3,6 @@
 
 #include <unistd.h>
 
-#include <atomic>
-#include <string>
 #include <utility>
 
 #include "machine/handles.h"
@@ -31,6 +29,10 @@ class Descriptor {
     int value_;
 };
 
+// Removes an open file under the name that it has at the moment; a file that took its former name
+// stays.
+void removeOpenFile(int file);
+
 struct FileObject : KernelObject {
     static constexpr ObjectKind objectKind = ObjectKind::File;
 
@@ -39,17 +41,19 @@ struct FileObject : KernelObject {
           descriptor(std::move(file)),
           canRead(mayRead),
           canWrite(mayWrite) {}
+    // What the handle denies to others ends with it, even where mappings or a forked child keep the
+    // same open of the host. A child that closes its copy of the handle changes nothing for the
+    // process that opened it.
     ~FileObject() override {
-        if (isMapped) unshare(descriptor.get());
-        if (!removedOnClose.empty()) ::unlink(removedOnClose.c_str());
+        if (::getpid() != opener) return;
+        unshare(descriptor.get());
+        if (removedOnClose) removeOpenFile(descriptor.get());
     }
 
     const Descriptor descriptor;
     const bool canRead, canWrite;
-    // Whether mappings of the file use the same open of the host: they outlive the handle, and what
-    // the handle denies to others ends with it.
-    std::atomic<bool> isMapped{false};
-    std::string removedOnClose;  // host path of a file that ends with its handle; else empty
+    const pid_t opener = ::getpid();
+    bool removedOnClose = false;  // the file ends with its handle
 };
 
 }  // namespace machine

@@ -109,6 +109,14 @@ bool closeObject(HANDLE handle) {
     return true;
 }
 
+bool isOfKind(HANDLE handle, ObjectKind kind) {
+    const KernelObject* const object = detail::pinObject(handle);
+    if (object == nullptr) return false;
+    const bool result = object->kind() == kind;
+    detail::unpinObject(handle);
+    return result;
+}
+
 void closeAllObjects() {
     std::vector<HANDLE> open;
     {

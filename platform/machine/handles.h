@@ -30,6 +30,9 @@ HANDLE insertObject(std::unique_ptr<KernelObject> object);
 // False: the handle is not open. An object in use ends when its last user lets go.
 bool closeObject(HANDLE handle);
 
+// Whether the handle is open and names an object of the kind.
+bool isOfKind(HANDLE handle, ObjectKind kind);
+
 void closeAllObjects();
 
 std::uint64_t handleCount();

@@ -92,8 +92,9 @@ Sharing sharingOf(DWORD access, DWORD share) {
 
 // The locks are placed first and looked around for others second, so that of two racing openers at
 // least one sees the other. Both may: then each withdraws and tries again after a moment of chance.
+// So does who meets the locks of a third opener that is about to withdraw.
 bool share(int file, const Sharing& sharing) {
-    constexpr int attempts = 4;
+    constexpr int attempts = 10;
     const auto mine = placedBy(sharing), others = refusedBy(sharing);
     for (int attempt = 0; attempt < attempts; ++attempt) {
         if (attempt > 0) waitShortly();

@@ -123,6 +123,7 @@ class Files : public ContractFiles {
         const HANDLE search = FindFirstFileW(Wide(path(pattern)), &first);
         if (search == INVALID_HANDLE_VALUE) return outcome(FALSE);
         Words names{narrow(first.cFileName)};
+        EXPECT_EQ(codeOf(CloseHandle(search)), DWORD{ERROR_INVALID_HANDLE}) << "it goes on";
         while (FindNextFileA(search, &next)) names.push_back(next.cFileName);
         EXPECT_EQ(GetLastError(), DWORD{ERROR_NO_MORE_FILES});
         EXPECT_TRUE(FindClose(search));

@@ -1,0 +1,140 @@
+// Files when the host has no room, no descriptors, pipes, and copies of the process.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <jw32/files.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <vector>
+
+#include "support/last_error.h"
+#include "support/scratch_drives.h"
+
+namespace {
+
+// A limit of the process for as long as it lives.
+class Limit {
+  public:
+    Limit(__rlimit_resource resource, rlim_t value) : resource_(resource) {
+        getrlimit(resource, &former_);
+        const rlimit limit{value, former_.rlim_max};
+        setrlimit(resource, &limit);
+    }
+    ~Limit() { setrlimit(resource_, &former_); }
+    Limit(const Limit&) = delete;
+    Limit& operator=(const Limit&) = delete;
+
+  private:
+    __rlimit_resource resource_;
+    rlimit former_{};
+};
+
+class FilesOnTheHost : public ScratchDrives {
+  protected:
+    HANDLE create(const char* name, DWORD flags = 0, DWORD share = FILE_SHARE_DELETE) const {
+        return CreateFileA(c(name).c_str(), GENERIC_READ | GENERIC_WRITE, share, nullptr,
+                           CREATE_ALWAYS, flags, nullptr);
+    }
+    // The host's current directory is the root of C:.
+    static std::string host(const std::string& path) {
+        auto name = path.substr(3);
+        for (char& character : name) character = character == '\\' ? '/' : character;
+        return name;
+    }
+    static DWORD openCode(const std::string& path, DWORD disposition = OPEN_EXISTING) {
+        const HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                        disposition, 0, nullptr);
+        const DWORD code = codeOf(file != INVALID_HANDLE_VALUE);
+        if (file != INVALID_HANDLE_VALUE) CloseHandle(file);
+        return code;
+    }
+};
+
+TEST_F(FilesOnTheHost, AreWrittenWholeOrReportAFullDisk) {
+    const HANDLE file = create("file");
+    const std::string content(3000, 'x');
+    DWORD moved = 7, code = 7;
+    {
+        const Limit limit(RLIMIT_FSIZE, 4000);
+        EXPECT_TRUE(WriteFile(file, content.data(), 3000, &moved, nullptr));
+        EXPECT_EQ(codeOf(WriteFile(file, content.data(), 3000, &moved, nullptr)),
+                  DWORD{ERROR_DISK_FULL});
+        EXPECT_EQ(moved, 0u);
+        EXPECT_EQ(Jw32FileWrite(file, content.data(), 3000, &code), 0);
+        EXPECT_EQ(code, DWORD{ERROR_DISK_FULL});
+        EXPECT_EQ(codeOf(CreateFileMappingA(file, nullptr, PAGE_READWRITE, 0, 9000, nullptr)),
+                  DWORD{ERROR_DISK_FULL});
+    }
+    EXPECT_EQ(SetFilePointer(file, 0, nullptr, FILE_CURRENT), 3000u) << "the position stays";
+    EXPECT_LE(GetFileSize(file, nullptr), 4000u) << "it has not grown";
+    CloseHandle(file);
+}
+
+TEST_F(FilesOnTheHost, EndWithTheirHandleUnderWhateverNameTheyHave) {
+    const HANDLE file = create("first", FILE_FLAG_DELETE_ON_CLOSE);
+    const pid_t child = fork();
+    if (child == 0) _exit(CloseHandle(file) ? 0 : 1);
+    waitpid(child, nullptr, 0);
+    EXPECT_TRUE(exists(c("first"))) << "a copy of the process closed its handle";
+    ASSERT_TRUE(MoveFileW(Wide(c("first")), Wide(c("second"))));
+    write(c("first"), "another");
+    CloseHandle(file);
+    EXPECT_FALSE(exists(c("second")));
+    EXPECT_EQ(read(c("first")), "another");
+}
+
+TEST_F(FilesOnTheHost, AreFreeAfterTheCloseThoughACopyOfTheProcessHasThemOpen) {
+    const HANDLE file = create("file", 0, 0);
+    int pipe[2];
+    ASSERT_EQ(::pipe(pipe), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+        char end = 0;
+        ::close(pipe[1]);
+        _exit(static_cast<int>(::read(pipe[0], &end, 1)));
+    }
+    EXPECT_EQ(openCode(c("file")), DWORD{ERROR_SHARING_VIOLATION});
+    CloseHandle(file);
+    EXPECT_EQ(openCode(c("file")), 0u);
+    for (const int end : pipe) ::close(end);
+    waitpid(child, nullptr, 0);
+}
+
+TEST_F(FilesOnTheHost, ThatArePipesHoldNobodyUp) {
+    ASSERT_EQ(::mkfifo(host(c("pipe")).c_str(), 0600), 0);
+    alarm(20);  // ends the program if a call waits for the other end
+    EXPECT_EQ(openCode(c("pipe"), OPEN_ALWAYS), DWORD{ERROR_SUCCESS});
+    EXPECT_EQ(codeOf(CopyFileW(Wide(c("pipe")), Wide(c("copy")), TRUE)),
+              DWORD{ERROR_ACCESS_DENIED});
+    write(c("file"), "content");
+    EXPECT_TRUE(CopyFileW(Wide(c("file")), Wide(c("pipe")), FALSE)) << "replaces it";
+    alarm(0);
+    EXPECT_EQ(read(c("pipe")), "content");
+}
+
+TEST_F(FilesOnTheHost, AreNotTakenFromOthersForWantOfDescriptors) {
+    const HANDLE file = create("file", 0, 0);
+    exists(c("missing"));  // what is opened once is open now
+    std::vector<int> taken;
+    {
+        const Limit limit(RLIMIT_NOFILE, 64);
+        for (int one; (one = ::open("/dev/null", O_RDONLY | O_CLOEXEC)) >= 0;) taken.push_back(one);
+        EXPECT_EQ(codeOf(DeleteFileW(Wide(c("file")))), DWORD{ERROR_TOO_MANY_OPEN_FILES});
+        EXPECT_EQ(codeOf(MoveFileW(Wide(c("file")), Wide(c("file2")))),
+                  DWORD{ERROR_TOO_MANY_OPEN_FILES});
+        for (const int one : taken) ::close(one);
+    }
+    EXPECT_TRUE(exists(c("file")));
+    CloseHandle(file);
+}
+
+TEST_F(FilesOnTheHost, BehindABrokenLinkAreMissingWhateverIsAsked) {
+    ASSERT_EQ(::symlink("nowhere", host(c("link")).c_str()), 0);
+    for (const DWORD disposition : {CREATE_NEW, CREATE_ALWAYS, OPEN_EXISTING, OPEN_ALWAYS}) {
+        EXPECT_EQ(openCode(c("link"), disposition), DWORD{ERROR_FILE_NOT_FOUND}) << disposition;
+    }
+}
+
+}  // namespace
