@@ -65,6 +65,7 @@ BOOL WINAPI SetCurrentDirectoryA(LPCSTR name) {
     const auto found = machine::findOnHost(path);
     if (!found.exists()) return failWith(found.error, FALSE);
     if (!found.isDirectory()) return failWith(ERROR_DIRECTORY, FALSE);
-    return ::chdir(found.path.c_str()) == 0 ? TRUE
-                                            : failWith(machine::codeOfHostError(errno), FALSE);
+    if (::chdir(found.path.c_str()) != 0) return failWith(machine::codeOfHostError(errno), FALSE);
+    machine::nameCurrentDirectory(path);
+    return TRUE;
 }

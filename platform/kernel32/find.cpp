@@ -67,7 +67,7 @@ void fillRecord(WIN32_FIND_DATAW& record, const machine::HostName& host, std::u1
 bool SearchObject::wants(const dirent& entry) const {
     const std::string_view hostName = entry.d_name;
     if (inRoot && (hostName == "." || hostName == "..")) return false;
-    const auto name = machine::fromUtf8(hostName);
+    const auto name = machine::shownName(machine::fromUtf8(hostName));
     return machine::fitsPattern(name, pattern) ||
            machine::fitsPattern(machine::shortNameOf(name), pattern);
 }
@@ -77,7 +77,7 @@ bool SearchObject::next(WIN32_FIND_DATAW& record) {
         if (!wants(*entry)) continue;
         const auto host = machine::atHostPath(folder + "/" + entry->d_name);
         if (!host.exists()) continue;
-        fillRecord(record, host, machine::fromUtf8(entry->d_name));
+        fillRecord(record, host, machine::shownName(machine::fromUtf8(entry->d_name)));
         return true;
     }
     return false;
@@ -96,7 +96,7 @@ HANDLE findOne(const machine::Path& path, WIN32_FIND_DATAW& record) {
     const auto found = machine::findOnHost(path);
     if (!found.exists()) return refuse(found.error);
     const auto name = found.path.substr(found.path.rfind('/') + 1);
-    fillRecord(record, found, machine::fromUtf8(name));
+    fillRecord(record, found, machine::shownName(machine::fromUtf8(name)));
     return makeHandle(std::make_unique<SearchObject>());
 }
 

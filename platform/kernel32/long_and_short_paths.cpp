@@ -23,7 +23,7 @@ std::u16string hostName(std::u16string_view path, const std::u16string& componen
                         machine::equalIgnoringCase(parsed.components.back(), component);
     if (!isName) return {};
     const auto host = machine::findOnHost(parsed).path;
-    return machine::fromUtf8(host.substr(host.rfind('/') + 1));
+    return machine::shownName(machine::fromUtf8(host.substr(host.rfind('/') + 1)));
 }
 
 std::u16string longName(const std::u16string& host, const std::u16string& given) {

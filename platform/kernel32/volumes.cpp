@@ -4,7 +4,7 @@
 #include "fileapi.h"
 #include "machine/ansi.h"
 #include "machine/host_errors.h"
-#include "machine/paths.h"
+#include "machine/lookup.h"
 #include "machine/script.h"
 #include "winerror.h"
 
@@ -70,6 +70,7 @@ BOOL WINAPI GetVolumeInformationW(LPCWSTR root, LPWSTR label, DWORD labelSize, L
     if (path.error != 0) return failWith(path.error, FALSE);
     if (root != nullptr && !endsInBackslash(root)) return failWith(ERROR_INVALID_NAME, FALSE);
     if (!path.isRoot()) return failWith(ERROR_DIR_NOT_ROOT, FALSE);
+    if (!machine::findOnHost(path).exists()) return failWith(ERROR_NOT_READY, FALSE);
     const machine::Drive share{.letter = 0, .folder = {}, .label = "Share"};
     const auto& drive = path.drive != nullptr ? *path.drive : share;
     if (!storeText(drive.label, label, labelSize) ||

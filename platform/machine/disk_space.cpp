@@ -45,7 +45,7 @@ DiskSpace spaceOfCapacity(const Drive& drive) {
 DWORD findDiskSpace(const Path& directory, DiskSpace& space) {
     if (const DWORD code = directory.fileError()) return code;
     const auto found = findOnHost(directory);
-    if (!found.exists()) return ERROR_PATH_NOT_FOUND;
+    if (!found.exists()) return directory.isRoot() ? ERROR_NOT_READY : ERROR_PATH_NOT_FOUND;
     if (!found.isDirectory()) return ERROR_DIRECTORY;
     if (directory.drive != nullptr && directory.drive->capacity) {
         space = spaceOfCapacity(*directory.drive);

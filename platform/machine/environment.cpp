@@ -14,10 +14,15 @@ std::mutex mutex;
 
 }  // namespace
 
-std::optional<std::string> environmentVariable(const std::string& name) {
+std::optional<std::string> hostVariable(const std::string& name) {
     const std::lock_guard lock(mutex);
     const char* const value = std::getenv(name.c_str());
-    return value == nullptr ? std::nullopt : std::optional(toAnsi(fromUtf8(value)));
+    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
+}
+
+std::optional<std::string> environmentVariable(const std::string& name) {
+    const auto value = hostVariable(name);
+    return value ? std::optional(toAnsi(fromUtf8(*value))) : std::nullopt;
 }
 
 bool setEnvironmentVariable(const std::string& name, const std::optional<std::string>& value) {

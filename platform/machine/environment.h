@@ -7,6 +7,9 @@
 
 namespace machine {
 
+// The variable as the host has it, in no code page.
+std::optional<std::string> hostVariable(const std::string& name);
+
 std::optional<std::string> environmentVariable(const std::string& name);
 
 // No value: the variable is taken away. False: the name is empty or there is no memory.

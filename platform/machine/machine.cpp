@@ -1,50 +1,61 @@
 // The machine in force and the one that needs no set-up.
 #include "machine/machine.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
 #include <cctype>
-#include <cstdlib>
-#include <filesystem>
 
+#include "machine/environment.h"
+#include "machine/host_folders.h"
 #include "machine/text.h"
+#include "machine/user.h"
 
 namespace machine {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 char upper(char letter) {
     return static_cast<char>(std::toupper(static_cast<unsigned char>(letter)));
 }
 
-std::string environmentOr(const char* name, const std::string& fallback) {
-    const char* const value = std::getenv(name);
-    return value != nullptr && *value != '\0' ? value : fallback;
+// The variables of the host's temporary folder are not looked at: they may hold a path of a drive.
+std::string homeFolder() {
+    if (const auto home = hostVariable("HOME"); home && !home->empty()) return *home;
+    const auto known = userFolder();
+    return known.empty() ? "/tmp/jw32-" + std::to_string(::geteuid()) : known;
 }
 
 std::string systemDriveFolder() {
-    const auto home = environmentOr("HOME", fs::temp_directory_path().string());
-    const auto data = environmentOr("XDG_DATA_HOME", home + "/.local/share");
-    return fs::absolute(environmentOr("JW32_DRIVE_C", data + "/jw32/drive_c")).string();
+    if (const auto named = hostVariable("JW32_DRIVE_C"); named && !named->empty()) return *named;
+    const auto data = hostVariable("XDG_DATA_HOME");
+    return (data && !data->empty() ? *data : homeFolder() + "/.local/share") + "/jw32/drive_c";
 }
 
 // Makes the folders that a program may count on. A failure shows at the first use of the drive.
 void prepareSystemDrive(const std::string& folder) {
-    std::error_code ignored;
-    fs::create_directories(folder + "/Windows/System32", ignored);
-    fs::create_directories(folder + "/Users", ignored);
+    makeHostFolders(folder + "/Windows/System32");
+    makeHostFolders(folder + "/Users");
+}
+
+// With folders that can be compared with paths of the host. A drive whose folder is nowhere has no
+// medium.
+Machine settled(Machine machine) {
+    for (auto& drive : machine.drives) {
+        drive.folder = canonicalHostPath(drive.folder);
+        drive.ready = drive.ready && !drive.folder.empty();
+    }
+    for (auto& share : machine.shares) share.folder = canonicalHostPath(share.folder);
+    std::erase_if(machine.shares, [](const Share& share) { return share.folder.empty(); });
+    return machine;
 }
 
 const Machine& standardInForce() {
     static const Machine machine = [] {
         auto made = standard();
         prepareSystemDrive(made.drives.front().folder);
-        return made;
+        return settled(std::move(made));
     }();
     return machine;
 }
@@ -81,7 +92,7 @@ const Machine& current() {
 }
 
 Installed::Installed(Machine machine)
-    : mine_(std::make_unique<const Machine>(std::move(machine))),
+    : mine_(std::make_unique<const Machine>(settled(std::move(machine)))),
       former_(installed.exchange(mine_.get(), std::memory_order_acq_rel)) {}
 
 Installed::~Installed() {

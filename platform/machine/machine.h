@@ -23,8 +23,9 @@ enum class DriveKind : std::uint32_t {
 };
 
 struct Drive {
-    char letter;         // 'A' to 'Z'
-    std::string folder;  // on the host, absolute, without a last slash unless it is "/"
+    char letter;  // 'A' to 'Z'
+    // On the host; when the machine comes into force, it is brought to the one path without links.
+    std::string folder;
     DriveKind kind = DriveKind::Fixed;
     std::string label = {};           // UTF-8
     std::string fileSystem = "NTFS";  // as GetVolumeInformationW tells

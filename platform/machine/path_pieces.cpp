@@ -54,7 +54,7 @@ std::u16string shareRoot(std::u16string_view& rest) {
 }
 
 // Takes the root off the text; relative paths begin with the current directory's components. Empty:
-// the current directory lies on no drive.
+// there is no current directory, or it lies on no drive.
 std::u16string takeRoot(std::u16string_view& text, Components& components) {
     if (text.starts_with(u"\\\\?\\") || text.starts_with(u"\\\\.\\")) {
         auto root = std::u16string(text.substr(0, 4));
@@ -68,18 +68,19 @@ std::u16string takeRoot(std::u16string_view& text, Components& components) {
         text.remove_prefix(2);
         return shareRoot(text);
     }
-    const auto here = currentDirectory();
-    const bool hasDrive = beginsWithDrive(text);
-    auto root = here.error == 0 ? here.rootText() : std::u16string();
-    if (root.empty() && !hasDrive) return root;
-    const bool onCurrent = !hasDrive || equalIgnoringCase(root, text.substr(0, 2));
-    if (hasDrive) {
-        root = text.substr(0, 2);
+    std::u16string drive;
+    if (beginsWithDrive(text)) {
+        drive = text.substr(0, 2);
         text.remove_prefix(2);
     }
     const bool rooted = !text.empty() && isSeparator(text[0]);
+    if (rooted && !drive.empty()) return drive;
+    const auto here = currentDirectory();
+    if (here.error != 0) return {};
+    const auto root = here.rootText();
+    const bool onCurrent = drive.empty() || equalIgnoringCase(root, drive);
     if (!rooted && onCurrent) components = here.components;
-    return root;
+    return drive.empty() ? root : drive;
 }
 
 }  // namespace
@@ -148,7 +149,7 @@ bool isNullDevice(std::u16string_view component) {
 }
 
 std::u16string fullPathOf(std::u16string_view text) {
-    if (text.empty()) return {};
+    if (text.empty() || text.size() > longestPath) return {};
     const bool endsInSeparator = isSeparator(text.back());
     const bool verbatim = text.starts_with(u"\\\\?\\") || text.starts_with(u"\\\\.\\");
     Components components;

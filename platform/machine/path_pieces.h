@@ -38,7 +38,8 @@ std::u16string deviceOf(std::u16string_view component);
 bool isNullDevice(std::u16string_view component);
 
 // The full form of a path, made from its text and the current directory alone: drives and shares
-// need not exist, and names are not checked. Empty: the text is.
+// need not exist, and names are not checked. Empty: the text is, or it is longer than any path, or
+// there is no current directory any more.
 std::u16string fullPathOf(std::u16string_view text);
 
 }  // namespace machine

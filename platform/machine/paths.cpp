@@ -1,22 +1,19 @@
 // Paths of the interface: made absolute, taken apart, checked.
 #include "machine/paths.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <cstdlib>
-#include <memory>
+#include <mutex>
 #include <utility>
 
+#include "machine/host_folders.h"
 #include "machine/path_pieces.h"
+#include "machine/short_names.h"
 #include "machine/text.h"
 #include "winerror.h"
 
 namespace machine {
 
 namespace {
-
-constexpr std::size_t longestComponent = 255;
 
 Path invalid(DWORD error) {
     Path path;
@@ -27,7 +24,7 @@ Path invalid(DWORD error) {
 bool isValidComponent(const std::u16string& component, bool wildcards) {
     if (component == u"." || component == u"..") return false;  // of a path taken as it stands
     const std::u16string_view refused = wildcards ? u"<>:\"|/" : u"<>:\"|/?*";
-    return component.size() <= longestComponent &&
+    return component.size() <= longestName &&
            std::none_of(component.begin(), component.end(), [&](char16_t character) {
                return character < 0x20 || refused.find(character) != std::u16string_view::npos;
            });
@@ -66,11 +63,6 @@ const Drive* driveOfHostPath(const std::string& host) {
     return best;
 }
 
-std::string hostCurrentDirectory() {
-    const std::unique_ptr<char, void (*)(void*)> path(::getcwd(nullptr, 0), std::free);
-    return path == nullptr ? "/" : path.get();
-}
-
 // "\\server\share\rest".
 Path sharePath(std::u16string_view text, bool verbatim) {
     if (verbatim && text.find(u'/') != text.npos) return invalid(ERROR_INVALID_NAME);
@@ -92,6 +84,7 @@ Path drivePath(std::u16string_view text, bool verbatim) {
     Path path;
     path.drive = current().drive(static_cast<char>(text[0]));
     if (path.drive == nullptr) return invalid(ERROR_PATH_NOT_FOUND);
+    path.letter = text[0];
     const auto rest = text.substr(2);
     if (verbatim) {
         addVerbatim(path.components, rest);
@@ -100,6 +93,7 @@ Path drivePath(std::u16string_view text, bool verbatim) {
     const bool rooted = !rest.empty() && isSeparator(rest[0]);
     if (!rooted) {
         auto here = currentDirectory();
+        if (here.error != 0) return here;  // it may have been on this drive
         if (here.drive == path.drive) path.components = std::move(here.components);
     }
     path.trailingSeparator = addComponents(path.components, rest);
@@ -112,6 +106,7 @@ Path absolute(std::u16string_view text) {
         return sharePath(text.substr(2), false);
     }
     auto path = currentDirectory();
+    if (path.error != 0) return path;
     if (isSeparator(text[0])) path.components.clear();
     path.trailingSeparator = addComponents(path.components, text);
     return path;
@@ -121,6 +116,25 @@ Path verbatim(std::u16string_view text) {
     if (text.starts_with(u"UNC\\")) return sharePath(text.substr(4), true);
     if (!beginsWithDrive(text)) return invalid(ERROR_PATH_NOT_FOUND);
     return drivePath(text, true);
+}
+
+// The current directory as it was named, and the folder of the host that it was then.
+struct NamedDirectory {
+    std::u16string text{};
+    std::string host{}, hostRoot{};
+};
+std::mutex namedMutex;
+NamedDirectory named;
+
+// The name of the current directory, if that is the host's still; with an error: it is not.
+Path namedDirectory(const std::string& host) {
+    const std::lock_guard lock(namedMutex);
+    if (named.host != host) return invalid(ERROR_PATH_NOT_FOUND);
+    const std::u16string_view text = named.text;
+    auto path = beginsWithDrive(text) ? drivePath(text, true) : sharePath(text.substr(2), true);
+    if (path.error == 0 && path.hostRoot() != named.hostRoot) return invalid(ERROR_PATH_NOT_FOUND);
+    path.kind = path.error == 0 ? Path::Kind::File : Path::Kind::Invalid;
+    return path;
 }
 
 // Behind "\\.\": a drive with its path, or a device.
@@ -135,7 +149,9 @@ Path device(std::u16string_view name) {
 }  // namespace
 
 std::u16string Path::rootText() const {
-    if (drive != nullptr) return fromUtf8(std::string{drive->letter, ':'});
+    if (drive != nullptr) {
+        return {letter != 0 ? letter : static_cast<char16_t>(drive->letter), u':'};
+    }
     return u"\\\\" + fromUtf8(share->server) + u"\\" + fromUtf8(share->name);
 }
 
@@ -163,22 +179,35 @@ Path pathOfHost(const std::string& host) {
     const auto rest = fromUtf8(host.substr(length));
     for (std::u16string_view left = rest; !left.empty();) {
         const auto end = std::min(left.find(u'/'), left.size());
-        if (end > 0) path.components.emplace_back(left.substr(0, end));
+        if (end > 0) path.components.push_back(shownName(left.substr(0, end)));
         left.remove_prefix(std::min(end + 1, left.size()));
     }
     return path;
 }
 
 Path currentDirectory() {
-    return pathOfHost(hostCurrentDirectory());
+    const auto host = currentHostFolder();
+    if (host.empty()) return invalid(ERROR_PATH_NOT_FOUND);
+    auto path = namedDirectory(host);
+    return path.error == 0 ? path : pathOfHost(host);
+}
+
+void nameCurrentDirectory(const Path& path) {
+    NamedDirectory now{path.text(), currentHostFolder(), path.hostRoot()};
+    const std::lock_guard lock(namedMutex);
+    std::swap(named, now);
 }
 
 Path parsePath(const wchar_t* text, Wildcards wildcards) {
-    return parsePath(fromWide(text), wildcards);
+    std::size_t length = 0;
+    while (text != nullptr && length <= longestPath && text[length] != 0) ++length;
+    if (length > longestPath) return invalid(ERROR_FILENAME_EXCED_RANGE);
+    return parsePath(std::u16string(text, text + length), wildcards);
 }
 
 Path parsePath(std::u16string_view text, Wildcards wildcards) {
     if (text.empty()) return invalid(ERROR_PATH_NOT_FOUND);
+    if (text.size() > longestPath) return invalid(ERROR_FILENAME_EXCED_RANGE);
     const bool asItStands = text.starts_with(u"\\\\?\\");
     const bool onDevice = text.starts_with(u"\\\\.\\");
     auto path = asItStands ? verbatim(text.substr(4))

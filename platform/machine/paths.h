@@ -18,6 +18,7 @@ struct Path {
     DWORD error = 0;                           // why the path is invalid
     const Drive* drive = nullptr;              // null: a share
     const Share* share = nullptr;              // null: a drive
+    char16_t letter = 0;                       // of the drive, as it was written; 0: its own
     std::vector<std::u16string> components{};  // without "." and ".."; empty: the root
     bool trailingSeparator = false;
 
@@ -34,17 +35,25 @@ struct Path {
 
 enum class Wildcards { Refused, InLastComponent };
 
+// The most characters of any path, as the counted strings of Windows hold.
+inline constexpr std::size_t longestPath = 32767;
+
 // Relative paths go by the current directory. An unknown drive or share, a drive that is not ready,
-// a name with characters that no name may hold and a path of 260 characters or more without the
-// "\\?\" prefix are invalid.
+// a name with characters that no name may hold, a path of 260 characters or more without the
+// "\\?\" prefix and one longer than any path are invalid; so are paths that need the current
+// directory after that was removed.
 Path parsePath(const wchar_t* text, Wildcards wildcards = Wildcards::Refused);
 Path parsePath(std::u16string_view text, Wildcards wildcards = Wildcards::Refused);
 
 // A host path, absolute and without links, as a path of the interface: on the drive whose folder
-// holds it most closely.
+// holds it most closely. What can be no name of the interface is shown by its short one.
 Path pathOfHost(const std::string& host);
 
-// The current directory as a path of the interface.
+// The current directory as a path of the interface, invalid after it was removed. It is named as it
+// was when it was entered; where the host's own calls have changed it since, by the host's names.
 Path currentDirectory();
+
+// Keeps the name of the directory that has just become the host's current one.
+void nameCurrentDirectory(const Path& path);
 
 }  // namespace machine

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "machine/path_pieces.h"
 #include "machine/text.h"
 
 namespace machine {
@@ -39,6 +40,31 @@ std::u16string shortCharacters(std::u16string_view text, std::size_t most) {
     return result;
 }
 
+// Whether a surrogate stands alone in the name: a byte of the host that is not UTF-8.
+bool hasLoneSurrogate(std::u16string_view name) {
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        const auto kind = name[i] & 0xFC00;
+        const bool isPair =
+            kind == 0xD800 && i + 1 < name.size() && (name[i + 1] & 0xFC00) == 0xDC00;
+        if (isPair) {
+            ++i;
+        } else if (kind == 0xD800 || kind == 0xDC00) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Whether the interface can have the host's name, and it leads to this file alone.
+bool canBeShown(std::u16string_view name) {
+    constexpr std::u16string_view refused = u"<>:\"|?*\\/";
+    const bool hasRefused = std::any_of(name.begin(), name.end(), [&](char16_t character) {
+        return character < 0x20 || refused.find(character) != refused.npos;
+    });
+    return !hasRefused && name.size() <= longestName && !name.ends_with(u'.') &&
+           !name.ends_with(u' ') && deviceOf(name).empty() && !hasLoneSurrogate(name);
+}
+
 }  // namespace
 
 bool isShortForm(std::u16string_view name) {
@@ -52,7 +78,8 @@ bool isShortForm(std::u16string_view name) {
 }
 
 std::u16string shortNameOf(std::u16string_view name) {
-    if (isShortForm(name)) return std::u16string(name);
+    const bool isOwn = isShortForm(name) && deviceOf(name).empty();
+    if (isOwn) return std::u16string(name);
     constexpr std::u16string_view digits = u"0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
     const auto dot = name.rfind(u'.');
     auto result = shortCharacters(name.substr(0, dot), 2);
@@ -63,6 +90,11 @@ std::u16string shortNameOf(std::u16string_view name) {
     if (dot == std::u16string_view::npos) return result;
     const auto extension = shortCharacters(name.substr(dot + 1), 3);
     return extension.empty() ? result : result + u'.' + extension;
+}
+
+std::u16string shownName(std::u16string_view name) {
+    const bool isStep = name == u"." || name == u"..";
+    return isStep || canBeShown(name) ? std::u16string(name) : shortNameOf(name);
 }
 
 }  // namespace machine
