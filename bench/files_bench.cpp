@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -153,6 +154,64 @@ void findJw32(benchmark::State& state) {
     }
 }
 
+// A name that is not there, and one that is there in another case, after a first look.
+void missingPlain(benchmark::State& state) {
+    const auto name = workplace().plain(folderOf(state) + "/missing.txt");
+    struct stat found {};
+    for (auto _ : state) {
+        if (::stat(name.c_str(), &found) == 0) return failed(state);
+    }
+}
+
+void lookUpJw32(benchmark::State& state, const char* file, int wanted) {
+    const auto name = workplace().jw32(folderOf(state) + file);
+    Jw32FileFind(name.c_str());
+    for (auto _ : state) {
+        if (Jw32FileFind(name.c_str()) != wanted) return failed(state);
+    }
+}
+
+void missingJw32(benchmark::State& state) {
+    lookUpJw32(state, "/missing.txt", 0);
+}
+
+void otherCaseJw32(benchmark::State& state) {
+    lookUpJw32(state, "/FILE7.TXT", 1);
+}
+
+// The time for each of so many files that are created in a folder of their own.
+template <class Create>
+void createFiles(benchmark::State& state, Create create) {
+    using Clock = std::chrono::steady_clock;
+    const auto count = static_cast<int>(state.range(0));
+    for (auto _ : state) {
+        fs::create_directory(workplace().plain("made"));
+        const auto begin = Clock::now();
+        bool done = true;
+        for (int i = 0; i < count; ++i) done &= create("made/file" + std::to_string(i) + ".txt");
+        const std::chrono::duration<double> taken = Clock::now() - begin;
+        state.SetIterationTime(taken.count() / count);
+        fs::remove_all(workplace().plain("made"));
+        if (!done) return failed(state);
+    }
+}
+
+void createPlain(benchmark::State& state) {
+    createFiles(state, [](const std::string& name) {
+        const auto path = workplace().plain(name);
+        const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        return file >= 0 && ::close(file) == 0;
+    });
+}
+
+void createJw32(benchmark::State& state) {
+    createFiles(state, [](const std::string& name) {
+        const auto path = workplace().jw32(name);
+        return CloseHandle(Jw32FileCreate(path.c_str(), GENERIC_READ | GENERIC_WRITE, CREATE_NEW, 0,
+                                          readShare)) != 0;
+    });
+}
+
 void movePlain(benchmark::State& state) {
     const auto one = workplace().plain("one"), other = workplace().plain("other");
     std::ofstream(one).put('x');
@@ -179,6 +238,12 @@ BENCHMARK(writePlain)->Name("plain/write_4k_x64");
 BENCHMARK(writeJw32)->Name("jw32/write_4k_x64");
 BENCHMARK(findPlain)->Name("plain/find")->Arg(10)->Arg(10000);
 BENCHMARK(findJw32)->Name("jw32/find")->Arg(10)->Arg(10000);
+BENCHMARK(missingPlain)->Name("plain/missing_name")->Arg(10000)->Arg(100000);
+BENCHMARK(missingJw32)->Name("jw32/missing_name")->Arg(10000)->Arg(100000);
+BENCHMARK(findPlain)->Name("plain/other_case")->Arg(10000)->Arg(100000);
+BENCHMARK(otherCaseJw32)->Name("jw32/other_case")->Arg(10000)->Arg(100000);
+BENCHMARK(createPlain)->Name("plain/create")->Arg(1000)->Arg(16000)->UseManualTime()->Iterations(1);
+BENCHMARK(createJw32)->Name("jw32/create")->Arg(1000)->Arg(16000)->UseManualTime()->Iterations(1);
 BENCHMARK(movePlain)->Name("plain/move_and_back");
 BENCHMARK(moveJw32)->Name("jw32/move_and_back");
 

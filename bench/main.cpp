@@ -1,5 +1,5 @@
-// Runs the benchmarks and prints, for each pair "jw32/NAME" and "plain/NAME", the ratio of the
-// times.
+// Runs the benchmarks and prints one table: the median of each "jw32/NAME", beside "plain/NAME" and
+// with their ratio where there is such a pair.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
@@ -9,31 +9,47 @@
 
 namespace {
 
-// Shows every run as usual and keeps the medians for the table of ratios.
-class RatioReporter : public benchmark::ConsoleReporter {
+// Keeps the medians for the table. The runs themselves are for the file of --benchmark_out.
+class RatioReporter : public benchmark::BenchmarkReporter {
   public:
+    bool ReportContext(const Context&) override { return true; }
+
     void ReportRuns(const std::vector<Run>& runs) override {
-        ConsoleReporter::ReportRuns(runs);
         for (const auto& run : runs) {
-            if (run.aggregate_name == "median") {
-                medians_[run.run_name.str()] = run.GetAdjustedRealTime();
+            // Names may carry more than the benchmark's own words: "/iterations:1" and the like.
+            const auto name = run.run_name.function_name + (run.run_name.args.empty() ? "" : "/") +
+                              run.run_name.args;
+            if (run.error_occurred) {
+                std::fprintf(stderr, "%s: %s\n", name.c_str(), run.error_message.c_str());
+                failed_ = true;
             }
+            if (run.aggregate_name == "median") medians_[name] = nanoseconds(run);
         }
     }
 
     void Finalize() override {
-        std::printf("\n%-40s %12s %12s %8s\n", "ratio (median time)", "jw32", "plain", "ratio");
+        std::printf("%-40s %12s %12s %8s\n", "median time in ns", "jw32", "plain", "ratio");
         for (const auto& [name, time] : medians_) {
             if (name.rfind("jw32/", 0) != 0) continue;
+            std::printf("%-40s %12.1f", name.c_str() + 5, time);
             const auto plain = medians_.find("plain/" + name.substr(5));
-            if (plain == medians_.end()) continue;
-            std::printf("%-40s %12.1f %12.1f %8.2f\n", name.substr(5).c_str(), time, plain->second,
-                        time / plain->second);
+            if (plain == medians_.end()) {
+                std::printf("\n");
+            } else {
+                std::printf(" %12.1f %8.2f\n", plain->second, time / plain->second);
+            }
         }
     }
 
+    bool failed() const { return failed_; }
+
   private:
+    static double nanoseconds(const Run& run) {
+        return run.GetAdjustedRealTime() * 1e9 / benchmark::GetTimeUnitMultiplier(run.time_unit);
+    }
+
     std::map<std::string, double> medians_;
+    bool failed_ = false;
 };
 
 }  // namespace
@@ -44,5 +60,5 @@ int main(int argc, char** argv) {
     RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
-    return 0;
+    return reporter.failed() ? 1 : 0;
 }

@@ -50,7 +50,7 @@ DWORD move(const machine::Path& source, const machine::Path& target) {
     if (!from.exists()) return from.error;
     if (target.trailingSeparator && !from.isDirectory()) return ERROR_DIRECTORY;
     machine::NameLock lock;
-    const auto to = machine::findToMake(target, lock);
+    const auto to = machine::findNewName(target, lock);
     // The same file under a name that differs by case only, or not at all.
     const bool same = to.exists() && isSameFile(from, to) && from.path == to.path;
     if (to.exists() && !same) return ERROR_ALREADY_EXISTS;

@@ -93,17 +93,17 @@ struct Folder {
     ino_t inode;
     int watch;  // -1: too large to be remembered
     FoldedNames names;
-    std::string movedIn{};  // the name of the last change, if that moved something in
+    std::string movedIn{};     // the name of the last change, if that moved something in
+    bool mayHoldGone = false;  // whether there may be names that are gone
 };
 
 class FolderIndex {
   public:
-    // The name, which may be gone meanwhile; empty: there is none; unset: the folder is not
+    // The name; empty: there is none; unset: the folder is not
     // remembered.
     std::optional<std::string> find(int folder, std::u16string_view component) noexcept {
         const std::lock_guard lock(mutex_);
         try {
-            if (process_ != ::getpid()) forget();
             catchUp();
             Folder* const known = folderOf(folder);
             if (known == nullptr || known->watch < 0) return std::nullopt;
@@ -122,16 +122,15 @@ class FolderIndex {
     void forget() {
         folders_.clear();
         queue_ = Descriptor();
-        process_ = ::getpid();
     }
 
   private:
-    // A name that the table has too much goes when it is found.
     static std::string existing(int folder, Folder& known, std::u16string_view component) {
         while (const auto* const found = known.names.find(component)) {
-            struct stat status {};
             const std::string name = *found;
-            const bool gone = ::fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 &&
+            struct stat status {};
+            const bool gone = known.mayHoldGone &&
+                              ::fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 &&
                               errno == ENOENT;
             if (!gone) return name;
             known.names.remove(name);
@@ -146,7 +145,6 @@ class FolderIndex {
     void trim();
 
     std::mutex mutex_;
-    pid_t process_ = ::getpid();
     const std::uint64_t seed_ = randomSeed();
     Descriptor queue_{};           // the notifications; empty: none are asked for
     std::list<Folder> folders_{};  // those used last first
@@ -182,13 +180,15 @@ void FolderIndex::apply(const inotify_event& event) {
     if (event.len == 0) return;
     const std::string name = event.name;
     // Two names that are exchanged come as two moves, whose order would end with the one name out
-    // of the folder. So a name that has just been moved in stays; `existing` looks.
-    const bool mayBeExchange = name == known->movedIn;
+    // of the folder. So a name that has just been moved in stays until it is looked for.
+    const bool movesOut = (event.mask & IN_MOVED_FROM) != 0;
+    const bool mayStay = movesOut && name == known->movedIn;
+    known->mayHoldGone |= mayStay;
     known->movedIn.clear();
     if ((event.mask & (IN_CREATE | IN_MOVED_TO)) != 0) known->names.add(name);
     if ((event.mask & IN_MOVED_TO) != 0) known->movedIn = name;
     if ((event.mask & IN_DELETE) != 0) known->names.remove(name);
-    if ((event.mask & IN_MOVED_FROM) != 0 && !mayBeExchange) known->names.remove(name);
+    if (movesOut && !mayStay) known->names.remove(name);
 }
 
 Folder* FolderIndex::folderOf(int folder) {

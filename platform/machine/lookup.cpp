@@ -63,22 +63,22 @@ std::string folderPath(const std::string& path) {
     return path.empty() ? "/" : path;
 }
 
-// A component of the open folder, whose path `found` has, that may be there in another case. With a
-// lock, the name is kept. A folder that cannot be read has the names that are given exactly.
+// A component of the open folder, whose path `found` has, in whatever case. With a lock, the name is
+// kept. Of a folder that cannot be read, the names as they are given are known.
 void findInFolder(HostName& found, Descriptor folder, const std::u16string& component,
                   NameLock* lock) {
-    std::string name;
+    const int descriptor = folder.get();
+    auto name = toUtf8(component);
+    bool isThere = true;
     if (folder) {
-        const int descriptor = folder.get();
         if (lock != nullptr) lock->take(std::move(folder), component);
-        name = nameInFolder(descriptor, component);
+        const auto known = nameInFolder(descriptor, component);
+        isThere = !known.empty();
+        if (isThere) name = known;
     }
-    found.path += "/" + (name.empty() ? toUtf8(component) : name);
-    if (name.empty()) {
-        found.error = ERROR_FILE_NOT_FOUND;
-    } else if (const int error = look(found.path, found)) {
-        found.error = codeOfHostError(error);
-    }
+    found.path += "/" + name;
+    const int error = isThere ? look(found.path, found) : ENOENT;
+    if (error != 0) found.error = codeOfHostError(error);
 }
 
 // Component by component, as each may be there in another case.
@@ -101,8 +101,8 @@ HostName findByComponents(const Path& path) {
     return found;
 }
 
-// A name that is not there as it is given, in a folder that mostly is.
-HostName findInAnotherCase(const Path& path, NameLock* lock) {
+// The last name in whatever case, in a folder that mostly is there as it is given.
+HostName findInAnyCase(const Path& path, NameLock* lock) {
     const auto parent = parentOf(path);
     HostName found;
     found.path = parent.isRoot() ? parent.hostRoot() : literalHostPath(parent);
@@ -126,7 +126,7 @@ HostName find(const Path& path, NameLock* lock) {
         found.error = path.isRoot() ? ERROR_PATH_NOT_FOUND : codeOfHostError(error);
         return found;
     }
-    if (error != 0) found = findInAnotherCase(path, lock);
+    if (error != 0) found = findInAnyCase(path, lock);
     const bool isFile = found.exists() && S_ISREG(found.status.st_mode);
     if (isFile && path.trailingSeparator) found.error = ERROR_INVALID_NAME;
     return found;
@@ -140,7 +140,10 @@ bool HostName::canBeMade() const {
 
 std::string literalHostPath(const Path& path) {
     auto result = path.hostRoot();
-    for (const auto& component : path.components) result += "/" + toUtf8(component);
+    for (const auto& component : path.components) {
+        result += '/';
+        result += toUtf8(component);
+    }
     return result.empty() ? "/" : result;
 }
 
@@ -163,6 +166,10 @@ HostName findOnHost(const Path& path) {
 
 HostName findToMake(const Path& path, NameLock& lock) {
     return find(path, &lock);
+}
+
+HostName findNewName(const Path& path, NameLock& lock) {
+    return findInAnyCase(path, &lock);
 }
 
 std::string keepName(const std::string& hostPath, NameLock& lock) {

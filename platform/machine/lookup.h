@@ -35,6 +35,9 @@ HostName findToMake(const Path& path, NameLock& lock);
 // What is at the very path on the host.
 HostName atHostPath(const std::string& path);
 
+// The same with one call of the host less for a name that is mostly new, of a path that is no root.
+HostName findNewName(const Path& path, NameLock& lock);
+
 // Keeps the last name of a host path. The result is the path under which it is there in whatever
 // case, or else the path itself.
 std::string keepName(const std::string& hostPath, NameLock& lock);

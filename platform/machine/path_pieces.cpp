@@ -141,7 +141,7 @@ std::u16string deviceOf(std::u16string_view component) {
     const bool numbered = upper.size() == 4 && upper[3] >= u'1' && upper[3] <= u'9' &&
                           (upper.starts_with(u"COM") || upper.starts_with(u"LPT"));
     const bool device = numbered || std::find(names.begin(), names.end(), upper) != names.end();
-    return device ? base : std::u16string();
+    return std::u16string(device ? base : std::u16string_view());
 }
 
 bool isNullDevice(std::u16string_view component) {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <mutex>
+#include <numeric>
 #include <utility>
 
 #include "machine/host_folders.h"
@@ -46,6 +47,16 @@ Path checked(Path path, Wildcards wildcards) {
         if (!isValidComponent(component, mayBeWild)) return invalid(ERROR_INVALID_NAME);
     }
     return path;
+}
+
+// Of the path's text.
+std::size_t lengthOf(const Path& path) {
+    const auto root = path.drive != nullptr ? std::size_t{2} : path.rootText().size();
+    const auto add = [](std::size_t sum, const auto& component) {
+        return sum + 1 + component.size();
+    };
+    return std::max(root + 1,
+                    std::accumulate(path.components.begin(), path.components.end(), root, add));
 }
 
 bool startsOnDrive(const std::string& host, const std::string& folder) {
@@ -217,8 +228,7 @@ Path parsePath(std::u16string_view text, Wildcards wildcards) {
     const bool endsInSeparator = path.trailingSeparator || isSeparator(text.back());
     path.trailingSeparator = endsInSeparator && !path.components.empty();
     path = checked(std::move(path), wildcards);
-    const bool tooLong =
-        !asItStands && path.kind == Path::Kind::File && path.text().size() >= MAX_PATH;
+    const bool tooLong = !asItStands && path.kind == Path::Kind::File && lengthOf(path) >= MAX_PATH;
     return tooLong ? invalid(ERROR_PATH_NOT_FOUND) : path;
 }
 

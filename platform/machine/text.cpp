@@ -1,6 +1,10 @@
 // Conversions between UTF-16 and the host's UTF-8.
 #include "machine/text.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <type_traits>
+
 #include "machine/utf8.h"
 
 namespace machine {
@@ -25,6 +29,15 @@ std::uint8_t byteAt(std::string_view text, std::size_t index) {
 
 bool isContinuation(std::string_view text, std::size_t index) {
     return index < text.size() && (byteAt(text, index) & 0xC0) == 0x80;
+}
+
+// How many characters from the beginning on are the same in both forms.
+template <class Text>
+std::ptrdiff_t plainLength(const Text& text) {
+    const auto isPlain = [](auto unit) {
+        return static_cast<std::make_unsigned_t<decltype(unit)>>(unit) < 0x80;
+    };
+    return std::find_if_not(text.begin(), text.end(), isPlain) - text.begin();
 }
 
 void appendUtf8(std::string& text, std::uint32_t codePoint) {
@@ -73,9 +86,9 @@ Utf8Character firstUtf8Character(std::string_view text) {
 }
 
 std::string toUtf8(std::u16string_view text) {
-    std::string result;
-    result.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto plain = plainLength(text);
+    std::string result(text.begin(), text.begin() + plain);
+    for (auto i = static_cast<std::size_t>(plain); i < text.size(); ++i) {
         const char16_t unit = text[i];
         if (isHighSurrogate(unit) && i + 1 < text.size() && isLowSurrogate(text[i + 1])) {
             const std::uint32_t high = unit - 0xD800U, low = text[++i] - 0xDC00U;
@@ -90,8 +103,9 @@ std::string toUtf8(std::u16string_view text) {
 }
 
 std::u16string fromUtf8(std::string_view text) {
-    std::u16string result;
-    result.reserve(text.size());
+    const auto plain = plainLength(text);
+    std::u16string result(text.begin(), text.begin() + plain);
+    text.remove_prefix(static_cast<std::size_t>(plain));
     while (!text.empty()) {
         const auto character = firstUtf8Character(text);
         if (character.length == 0) {
@@ -106,9 +120,10 @@ std::u16string fromUtf8(std::string_view text) {
 }
 
 std::u16string fromWide(const wchar_t* text) {
-    std::u16string result;
-    for (; text != nullptr && *text != 0; ++text) result.push_back(static_cast<char16_t>(*text));
-    return result;
+    if (text == nullptr) return {};
+    const wchar_t* end = text;
+    while (*end != 0) ++end;
+    return std::u16string(text, end);
 }
 
 std::string toUtf8(const wchar_t* text) {
