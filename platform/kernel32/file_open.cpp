@@ -14,6 +14,7 @@
 #include "machine/lookup.h"
 #include "machine/script.h"
 #include "machine/sharing.h"
+#include "machine/temporary_names.h"
 #include "winerror.h"
 
 namespace {
@@ -47,11 +48,13 @@ HANDLE refuse(DWORD code) {
 // A write-only handle gets a descriptor that can read as well, since its share of the file is told
 // by read locks; the handle itself knows what it may do.
 Descriptor openDescriptor(const std::string& path, bool write, int flags) {
-    constexpr mode_t newFileMode = 0666;
+    constexpr mode_t newFileMode = 0666, ownFileMode = 0600;
+    const bool isOwn = (flags & O_CREAT) != 0 && machine::isTemporaryName(path);
+    const mode_t mode = isOwn ? ownFileMode : newFileMode;
     const int common = O_CLOEXEC | O_NONBLOCK | flags;  // opening a pipe waits for nobody
-    Descriptor file(::open(path.c_str(), common | (write ? O_RDWR : O_RDONLY), newFileMode));
+    Descriptor file(::open(path.c_str(), common | (write ? O_RDWR : O_RDONLY), mode));
     if (!file && write && errno == EACCES) {
-        file = Descriptor(::open(path.c_str(), common | O_WRONLY, newFileMode));
+        file = Descriptor(::open(path.c_str(), common | O_WRONLY, mode));
     }
     return file;
 }

@@ -1,6 +1,7 @@
 // Named blocks of shared memory as locked files.
 #include "machine/named_blocks.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -9,9 +10,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <filesystem>
+#include <memory>
 #include <mutex>
 
+#include "machine/block_folder.h"
 #include "machine/host_errors.h"
 #include "machine/text.h"
 #include "winerror.h"
@@ -20,35 +22,19 @@ namespace machine {
 
 namespace {
 
-constexpr mode_t ownFolder = 0700, ownFile = 0600;
+constexpr mode_t ownFile = 0600;
 constexpr off_t lockedByte = off_t{1} << 61;  // far behind the end of any block
 constexpr std::size_t longestPlainName = 200;
 constexpr std::size_t longestName = 259;  // characters
 
-std::string folderPath() {
-    return "/dev/shm/jw32-" + std::to_string(::geteuid());
-}
-
-// Makes it when it is missing. Empty, with errno set: it cannot be had, or is somebody else's.
-Descriptor openFolder() {
-    const auto path = folderPath();
-    if (::mkdir(path.c_str(), ownFolder) != 0 && errno != EEXIST) return Descriptor();
-    Descriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-    struct stat status {};
-    if (!folder || ::fstat(folder.get(), &status) != 0) return Descriptor();
-    if (status.st_uid != ::geteuid() || (status.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
-        errno = EACCES;
-        return Descriptor();
-    }
-    return folder;
-}
-
-// Holds the folder's lock. False, with errno set: the folder cannot be had.
+// Holds the lock of the folder in which a block lies or is to lie. False, with errno set: the folder
+// cannot be had.
 class FolderLock {
   public:
-    FolderLock() : folder_(openFolder()) {
+    explicit FolderLock(const std::string& block)
+        : path_(block.substr(0, block.rfind('/'))), folder_(openBlockFolder(path_)) {
         // A folder that was removed before it was locked keeps nobody out.
-        while (folder_ && acquire() && isRemoved()) folder_ = openFolder();
+        while (folder_ && acquire() && isRemoved()) folder_ = openBlockFolder(path_);
     }
     // Closing the descriptor is not enough: a process forked meanwhile would keep the lock.
     ~FolderLock() {
@@ -57,6 +43,7 @@ class FolderLock {
     FolderLock(const FolderLock&) = delete;
     FolderLock& operator=(const FolderLock&) = delete;
     explicit operator bool() const { return static_cast<bool>(folder_); }
+    const std::string& path() const { return path_; }
 
   private:
     bool acquire() {
@@ -72,6 +59,7 @@ class FolderLock {
         return ::fstat(folder_.get(), &status) == 0 && status.st_nlink == 0;
     }
 
+    const std::string path_;
     Descriptor folder_;
 };
 
@@ -143,7 +131,7 @@ NamedBlock place(std::u16string_view name) {
     if (name.empty()) return {.error = ERROR_INVALID_NAME};
     if (name.find(u'\\') != std::u16string_view::npos) return {.error = ERROR_PATH_NOT_FOUND};
     const auto file = (global ? "g-" : "l-") + fileNameOf(toUtf8(name));
-    return {.path = folderPath() + "/" + file};
+    return {.path = blockFolder() + "/" + file};
 }
 
 // Whether the path still leads to the open file.
@@ -155,11 +143,10 @@ bool leadsTo(const std::string& path, int file) {
 }
 
 // Under the folder's lock: gives back the memory of all blocks that no process holds.
-void clearAbandoned() {
-    std::error_code error;
-    for (std::filesystem::directory_iterator entry(folderPath(), error), end;
-         !error && entry != end; entry.increment(error)) {
-        const auto& path = entry->path();
+void clearAbandoned(const std::string& folder) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(::opendir(folder.c_str()), ::closedir);
+    while (const auto* const entry = directory == nullptr ? nullptr : ::readdir(directory.get())) {
+        const auto path = folder + "/" + entry->d_name;
         const Descriptor file(::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW));
         if (file && !isLockedByOthers(file.get())) ::unlink(path.c_str());
     }
@@ -222,7 +209,7 @@ void make(NamedBlock& block, std::uint64_t size) {
 NamedBlock openBlock(std::u16string_view name) {
     auto block = place(name);
     if (block.error != 0) return block;
-    const FolderLock folder;
+    const FolderLock folder(block.path);
     if (folder) {
         join(block);
     } else {
@@ -234,13 +221,13 @@ NamedBlock openBlock(std::u16string_view name) {
 NamedBlock createBlock(std::u16string_view name, std::uint64_t size) {
     auto block = place(name);
     if (block.error != 0) return block;
-    const FolderLock folder;
+    const FolderLock folder(block.path);
     if (!folder) {
         block.error = codeOfHostError(errno);
         return block;
     }
     static std::once_flag once;
-    std::call_once(once, clearAbandoned);
+    std::call_once(once, clearAbandoned, folder.path());
     join(block);
     if (block.error == ERROR_FILE_NOT_FOUND) {
         block.error = 0;
@@ -253,7 +240,7 @@ NamedBlock createBlock(std::u16string_view name, std::uint64_t size) {
 
 NamedMappingObject::~NamedMappingObject() {
     if (::getpid() != process) return;
-    const FolderLock folder;
+    const FolderLock folder(path);
     const bool isLast = folder && !isLockedByOthers(descriptor.get());
     if (isLast && leadsTo(path, descriptor.get())) ::unlink(path.c_str());
     // The lock of this handle ends before the folder's does, and not only with the descriptor.

@@ -1,6 +1,6 @@
 // Named blocks of shared memory, for all processes of a user.
 //
-// A block is a file in a folder of the host's shared memory. Each handle holds a read lock on it; a
+// A block is a file in a folder of the user's own. Each handle holds a read lock on it; a
 // file that nobody locks is the rest of processes that were killed, and counts as gone. Making,
 // finding and ending blocks is serialised by a lock on the folder, so that no process ever sees a
 // half-made block. The host gives both kinds of locks back when a process ends, however it ends.

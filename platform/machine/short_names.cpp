@@ -74,12 +74,11 @@ bool isShortForm(std::u16string_view name) {
     const bool hasExtension = dot != std::u16string_view::npos;
     const auto extension = hasExtension ? name.substr(dot + 1) : std::u16string_view();
     return !base.empty() && isShortPart(base, 8) && isShortPart(extension, 3) &&
-           hasExtension != extension.empty();
+           hasExtension != extension.empty() && deviceOf(name).empty();
 }
 
 std::u16string shortNameOf(std::u16string_view name) {
-    const bool isOwn = isShortForm(name) && deviceOf(name).empty();
-    if (isOwn) return std::u16string(name);
+    if (isShortForm(name)) return std::u16string(name);
     constexpr std::u16string_view digits = u"0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
     const auto dot = name.rfind(u'.');
     auto result = shortCharacters(name.substr(0, dot), 2);

@@ -20,10 +20,10 @@ inline constexpr std::size_t longestName = 255;
 // A name of the host as the interface shows it: as it is, or its short name.
 std::u16string shownName(std::u16string_view name);
 
+// Whether the name is its own short name; that of a device is none.
 bool isShortForm(std::u16string_view name);
 
-// In upper case only where it was made up, and never the name of a device; a name that is its own
-// short name stays as it is.
+// In upper case only where it was made up; a name that is its own short name stays as it is.
 std::u16string shortNameOf(std::u16string_view name);
 
 }  // namespace machine

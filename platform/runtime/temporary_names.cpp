@@ -1,16 +1,13 @@
 // Names for temporary files.
-#include <unistd.h>
-
-#include <atomic>
 #include <cstring>
 #include <optional>
-#include <random>
 #include <string>
 
 #include "crtsecure.h"
 #include "machine/environment.h"
 #include "machine/lookup.h"
 #include "machine/script.h"
+#include "machine/temporary_names.h"
 #include "machine/text.h"
 
 namespace {
@@ -36,21 +33,6 @@ std::optional<std::string> folderFor(const char* wanted) {
     return here.fileError() == 0 ? std::optional(machine::toAnsi(here.text())) : std::nullopt;
 }
 
-std::string inBase36(std::uint64_t number) {
-    constexpr char digits[] = "0123456789abcdefghijklmnopqrstuvwxyz";
-    std::string text;
-    for (; number != 0; number /= 36) text.insert(text.begin(), digits[number % 36]);
-    return text;
-}
-
-// No two calls on this host give the same number: the process stands in its upper half. The count
-// begins by chance, so that it does not meet what an earlier process of the same number left.
-std::string uniqueNumber() {
-    static std::atomic<std::uint32_t> counter{std::random_device{}()};
-    const auto process = static_cast<std::uint64_t>(::getpid()) << 32;
-    return inBase36(process | counter.fetch_add(1, std::memory_order_relaxed));
-}
-
 }  // namespace
 
 char* _tempnam(const char* directory, const char* prefix) {
@@ -64,7 +46,9 @@ char* _tempnam(const char* directory, const char* prefix) {
     if (prefix != nullptr) *stem += prefix;
     constexpr int attempts = 100;
     for (int attempt = 0; attempt < attempts; ++attempt) {
-        const auto name = *stem + uniqueNumber();
+        const auto number = machine::newTemporaryName();
+        const auto name = *stem + number;
+        if (number.empty()) return nullptr;
         if (!find(name).exists()) return ::strdup(name.c_str());
     }
     return nullptr;

@@ -6,11 +6,19 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
+#include <string>
 #include <thread>
 
 namespace {
 
 const std::string name = "jw32-host-" + std::to_string(getpid());
+
+std::string blockFolder() {
+    const char* const runtime = std::getenv("XDG_RUNTIME_DIR");
+    const auto shared = "/dev/shm/jw32-" + std::to_string(geteuid());
+    return runtime != nullptr ? runtime + std::string("/jw32") : shared;
+}
 
 TEST(BlocksOnTheHost, EndForNobodyElseWhenACopyOrABlockWithoutAFileIsClosed) {
     CJw32SharedMemory former, next;
@@ -22,7 +30,7 @@ TEST(BlocksOnTheHost, EndForNobodyElseWhenACopyOrABlockWithoutAFileIsClosed) {
     }
     waitpid(child, nullptr, 0);
     EXPECT_EQ(former.Exist(name.c_str()), 1) << "the child has closed its copy alone";
-    ASSERT_EQ(unlink(("/dev/shm/jw32-" + std::to_string(geteuid()) + "/l-" + name).c_str()), 0);
+    ASSERT_EQ(unlink((blockFolder() + "/l-" + name).c_str()), 0);
     ASSERT_NE(next.Create(name.c_str(), 10), nullptr);
     former.Close();
     EXPECT_EQ(next.Exist(name.c_str()), 1) << "the name is another block's now";

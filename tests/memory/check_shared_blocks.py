@@ -6,18 +6,22 @@ PEER is the program that obeys the commands of block_peer.cpp.
 import os
 import subprocess
 import sys
+import tempfile
 import time
 import unittest
 
 PEER = sys.argv[1:]
 ROUNDS = 300
+WINDOWS = PEER[-1].endswith(".exe")
 
 
 class Peer:
     """A process that holds at most one block."""
 
-    def __init__(self, test):
-        self.process = subprocess.Popen(PEER, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+    def __init__(self, test, runtime=None, user=None):
+        environment = dict(os.environ, XDG_RUNTIME_DIR=test.runtime if runtime is None else runtime)
+        self.process = subprocess.Popen(PEER, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                        text=True, env=environment, user=user)
         test.addCleanup(self.end)
 
     def send(self, command, word="-", number=0, count=0):
@@ -44,6 +48,9 @@ class Peer:
 class SharedBlocks(unittest.TestCase):
     def setUp(self):
         self.name = f"jw32-test-{os.getpid()}"
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.runtime = folder.name
         self.one, self.other = Peer(self), Peer(self)
 
     def wait_until_gone(self):
@@ -87,8 +94,34 @@ class SharedBlocks(unittest.TestCase):
         self.one.ask("create", self.name, 100)
         self.one.kill()
         self.assertEqual(self.other.ask("create", self.name + "-next", 100), "done")
-        file = f"/dev/shm/jw32-{os.geteuid()}/l-{self.name}"
-        self.assertFalse(os.path.exists(file), "by the next process that makes a block")
+        if not WINDOWS:
+            files = os.listdir(self.runtime + "/jw32")
+            self.assertEqual(files, [f"l-{self.name}-next"], "by the next process that makes one")
+
+    @unittest.skipIf(WINDOWS, "the host's folders are those of the Linux build")
+    def test_a_runtime_folder_that_does_not_serve_is_passed_over(self):
+        os.mkdir(self.runtime + "/open")
+        os.chmod(self.runtime + "/open", 0o755)
+        bad = [Peer(self, runtime) for runtime in
+               ("", "relative", self.runtime + "/missing", self.runtime + "/open", "/")]
+        self.assertEqual(bad[0].ask("create", self.name, 100), "done")
+        for peer in bad[1:]:
+            self.assertEqual(peer.ask("open", self.name), "done")
+        self.assertEqual(self.one.ask("exist", self.name), "no", "its folder serves")
+
+    @unittest.skipIf(WINDOWS or os.geteuid() != 0, "needs a second user")
+    def test_a_folder_of_somebody_else_denies_nobody_his_blocks(self):
+        user = 54321
+        for folder in (f"/dev/shm/jw32-{user}", f"/dev/shm/jw32-{user}-1"):
+            os.mkdir(folder)
+            self.addCleanup(os.rmdir, folder)
+        self.addCleanup(os.rmdir, f"/dev/shm/jw32-{user}-2")
+        maker, joiner = (Peer(self, "", user) for _ in range(2))
+        self.assertEqual(maker.ask("create", self.name, 100), "done")
+        self.assertEqual(joiner.ask("open", self.name), "done")
+        self.addCleanup(os.mkdir, f"/dev/shm/jw32-{user}")
+        os.rmdir(f"/dev/shm/jw32-{user}")
+        self.assertEqual(Peer(self, "", user).ask("open", self.name), "done", "the name is free")
 
     def test_a_killed_maker_leaves_the_block_to_those_who_opened_it(self):
         self.one.ask("create", self.name, 100)

@@ -1,8 +1,11 @@
 // Temporary names that many ask for at the same time.
 #include <gtest/gtest.h>
+#include <jw32/files.h>
 #include <jw32/temporary_files.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -50,6 +53,27 @@ TEST(TemporaryNames, OfTwoProcessesWithEightThreadsEachNeverMeet) {
         for (const auto& name : names) different.insert(name.data());
     }
     EXPECT_EQ(different.size(), own.size() + others.size());
+}
+
+TEST(TemporaryNames, TellNothingOfTheNextAndBelongToTheUserAlone) {
+    const TemporaryVariables kept;
+    kept.set("", "");
+    Names names(2);
+    fill(names);
+    const std::string first = names[0].data(), next = names[1].data();
+    const auto differ = std::mismatch(first.begin(), first.end(), next.begin(), next.end()).first;
+    EXPECT_LT(differ - first.begin(), 14) << first << " and " << next;  // "C:\\jwt" and 64 bits
+    const auto mode = [](const std::string& name) {
+        CloseHandle(Jw32FileCreate(name.c_str(), GENERIC_WRITE, CREATE_NEW, 0, 0));
+        struct stat status {};
+        EXPECT_EQ(::stat(name.substr(3).c_str(), &status), 0) << name;
+        EXPECT_EQ(::unlink(name.substr(3).c_str()), 0);
+        return status.st_mode & 0777;
+    };
+    const auto mask = ::umask(0);
+    EXPECT_EQ(mode(first), 0600u);
+    EXPECT_EQ(mode("C:\\other"), 0666u);
+    ::umask(mask);
 }
 
 }  // namespace
