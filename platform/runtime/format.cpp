@@ -189,8 +189,7 @@ bool putDigits(Output& output, const Conversion& conversion, std::string_view pr
     if (conversion.letter == 'X' || conversion.letter == 'p') toUpperCase(digits, end);
     const int length = static_cast<int>(end - digits);
     int zeros = std::max(conversion.precision - length, 0);
-    const bool wantsZero = base == 8 && conversion.alternate && magnitude != 0;
-    if (wantsZero) zeros = std::max(zeros, 1);
+    if (base == 8 && conversion.alternate && magnitude != 0) zeros = std::max(zeros, 1);
     return putField(output, conversion,
                     {.prefix = prefix,
                      .zerosBefore = static_cast<std::size_t>(zeros),
