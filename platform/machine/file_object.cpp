@@ -17,7 +17,7 @@ void removeOpenFile(int file) {
     }, named{};
     if (length <= 0 || ::fstat(file, &opened) != 0 || ::lstat(path.data(), &named) != 0) return;
     const bool same = opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
-    if (same) ::unlink(path.data());
+    if (same && S_ISREG(opened.st_mode)) ::unlink(path.data());  // never a device of the host
 }
 
 }  // namespace machine
