@@ -5,10 +5,12 @@
 #include "machine/script.h"
 #include "winerror.h"
 
-BOOL WINAPI CloseHandle(HANDLE handle) {
+BOOL WINAPI CloseHandle(HANDLE handle) try {
     if (const auto scripted = machine::call("CloseHandle", handle)) return scripted.or_(FALSE);
     const bool isSearch = machine::isOfKind(handle, machine::ObjectKind::Search);
     return !isSearch && machine::closeObject(handle)
                ? TRUE
                : machine::failWith(ERROR_INVALID_HANDLE, FALSE);
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }

@@ -3,6 +3,7 @@
 
 #include "errhandlingapi.h"
 #include "machine/code_page.h"
+#include "machine/host_errors.h"
 #include "machine/machine.h"
 #include "machine/script.h"
 #include "machine/text.h"
@@ -58,7 +59,7 @@ UINT WINAPI GetACP() {
 }
 
 int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR source, int sourceLength,
-                               LPWSTR target, int targetSize) {
+                               LPWSTR target, int targetSize) try {
     if (const auto scripted = machine::call("MultiByteToWideChar", codePage, flags, source,
                                             sourceLength, targetSize)) {
         return scripted.or_(0);
@@ -72,11 +73,13 @@ int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR source, int so
     if (isAscii(source, length)) return deliver(source, length, target, targetSize);
     const auto text = machine::decode(page, {source, length});
     return deliver(text.data(), text.size(), target, targetSize);
+} catch (const std::exception&) {
+    return machine::outOfMemory(0);
 }
 
 int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR source, int sourceLength,
                                LPSTR target, int targetSize, LPCSTR defaultCharacter,
-                               LPBOOL usedDefault) {
+                               LPBOOL usedDefault) try {
     if (const auto scripted =
             machine::call("WideCharToMultiByte", codePage, flags, source, sourceLength, targetSize,
                           defaultCharacter, static_cast<const void*>(usedDefault))) {
@@ -97,4 +100,6 @@ int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR source, int s
                                          defaultCharacter == nullptr ? "?" : defaultCharacter);
     if (usedDefault != nullptr) *usedDefault = encoded.replaced ? TRUE : FALSE;
     return deliver(encoded.text.data(), encoded.text.size(), target, targetSize);
+} catch (const std::exception&) {
+    return machine::outOfMemory(0);
 }

@@ -89,7 +89,7 @@ DWORD setMountPoint(const machine::FileObject& file, const char* bytes, std::siz
 }  // namespace
 
 BOOL WINAPI DeviceIoControl(HANDLE device, DWORD code, LPVOID input, DWORD inputSize, LPVOID output,
-                            DWORD outputSize, LPDWORD stored, LPOVERLAPPED overlapped) {
+                            DWORD outputSize, LPDWORD stored, LPOVERLAPPED overlapped) try {
     const auto scripted =
         machine::call("DeviceIoControl", device, code, machine::Bytes{input, inputSize}, inputSize,
                       static_cast<const void*>(output), outputSize,
@@ -101,4 +101,6 @@ BOOL WINAPI DeviceIoControl(HANDLE device, DWORD code, LPVOID input, DWORD input
     if (stored != nullptr) *stored = 0;
     const DWORD error = setMountPoint(*file, static_cast<const char*>(input), inputSize);
     return error == ERROR_SUCCESS ? TRUE : failWith(error, FALSE);
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }

@@ -32,7 +32,7 @@ DWORD removeDirectory(const machine::HostName& found) {
 
 }  // namespace
 
-BOOL WINAPI CreateDirectoryW(LPCWSTR name, LPSECURITY_ATTRIBUTES security) {
+BOOL WINAPI CreateDirectoryW(LPCWSTR name, LPSECURITY_ATTRIBUTES security) try {
     if (const auto scripted =
             machine::call("CreateDirectoryW", name, static_cast<const void*>(security))) {
         return scripted.or_(FALSE);
@@ -47,17 +47,21 @@ BOOL WINAPI CreateDirectoryW(LPCWSTR name, LPSECURITY_ATTRIBUTES security) {
     if (!found.canBeMade()) return failWith(found.error, FALSE);
     if (::mkdir(found.path.c_str(), newDirectoryMode) == 0) return TRUE;
     return failWith(machine::codeOfHostError(errno), FALSE);
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }
 
-BOOL WINAPI RemoveDirectoryW(LPCWSTR name) {
+BOOL WINAPI RemoveDirectoryW(LPCWSTR name) try {
     if (const auto scripted = machine::call("RemoveDirectoryW", name)) return scripted.or_(FALSE);
     const auto path = machine::parsePath(name);
     if (const DWORD code = path.fileError()) return failWith(code, FALSE);
     const DWORD code = removeDirectory(machine::findOnHost(path));
     return code == ERROR_SUCCESS ? TRUE : failWith(code, FALSE);
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }
 
-BOOL WINAPI SetCurrentDirectoryA(LPCSTR name) {
+BOOL WINAPI SetCurrentDirectoryA(LPCSTR name) try {
     if (const auto scripted = machine::call("SetCurrentDirectoryA", name))
         return scripted.or_(FALSE);
     const auto path = machine::parsePath(machine::WideArgument(name));
@@ -68,4 +72,6 @@ BOOL WINAPI SetCurrentDirectoryA(LPCSTR name) {
     if (::chdir(found.path.c_str()) != 0) return failWith(machine::codeOfHostError(errno), FALSE);
     machine::nameCurrentDirectory(path);
     return TRUE;
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }

@@ -33,30 +33,38 @@ BOOL setAttributes(LPCWSTR name, DWORD attributes) {
 
 }  // namespace
 
-DWORD WINAPI GetFileAttributesW(LPCWSTR name) {
+DWORD WINAPI GetFileAttributesW(LPCWSTR name) try {
     if (const auto scripted = machine::call("GetFileAttributesW", name)) {
         return scripted.or_(INVALID_FILE_ATTRIBUTES);
     }
     return getAttributes(name);
+} catch (const std::exception&) {
+    return machine::outOfMemory(INVALID_FILE_ATTRIBUTES);
 }
 
-DWORD WINAPI GetFileAttributesA(LPCSTR name) {
+DWORD WINAPI GetFileAttributesA(LPCSTR name) try {
     if (const auto scripted = machine::call("GetFileAttributesA", name)) {
         return scripted.or_(INVALID_FILE_ATTRIBUTES);
     }
     return getAttributes(machine::WideArgument(name));
+} catch (const std::exception&) {
+    return machine::outOfMemory(INVALID_FILE_ATTRIBUTES);
 }
 
-BOOL WINAPI SetFileAttributesW(LPCWSTR name, DWORD attributes) {
+BOOL WINAPI SetFileAttributesW(LPCWSTR name, DWORD attributes) try {
     if (const auto scripted = machine::call("SetFileAttributesW", name, attributes)) {
         return scripted.or_(FALSE);
     }
     return setAttributes(name, attributes);
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }
 
-BOOL WINAPI SetFileAttributesA(LPCSTR name, DWORD attributes) {
+BOOL WINAPI SetFileAttributesA(LPCSTR name, DWORD attributes) try {
     if (const auto scripted = machine::call("SetFileAttributesA", name, attributes)) {
         return scripted.or_(FALSE);
     }
     return setAttributes(machine::WideArgument(name), attributes);
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }

@@ -179,7 +179,7 @@ DWORD copyHostFile(const HostName& from, const std::string& to, bool replace) {
     return errno == EEXIST ? ERROR_FILE_EXISTS : machine::codeOfHostError(errno);
 }
 
-BOOL WINAPI CopyFileW(LPCWSTR from, LPCWSTR to, BOOL failIfExists) {
+BOOL WINAPI CopyFileW(LPCWSTR from, LPCWSTR to, BOOL failIfExists) try {
     if (const auto scripted = machine::call("CopyFileW", from, to, failIfExists)) {
         return scripted.or_(FALSE);
     }
@@ -197,4 +197,6 @@ BOOL WINAPI CopyFileW(LPCWSTR from, LPCWSTR to, BOOL failIfExists) {
     }
     const DWORD code = copyHostFile(sourceName, targetName.path, failIfExists == FALSE);
     return code == ERROR_SUCCESS ? TRUE : failWith(code, FALSE);
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }

@@ -37,10 +37,12 @@ DWORD objectionToMove(const std::string& hostPath) {
     return shared ? ERROR_SUCCESS : ERROR_SHARING_VIOLATION;
 }
 
-BOOL WINAPI DeleteFileW(LPCWSTR name) {
+BOOL WINAPI DeleteFileW(LPCWSTR name) try {
     if (const auto scripted = machine::call("DeleteFileW", name)) return scripted.or_(FALSE);
     const auto path = machine::parsePath(name);
     if (const DWORD code = path.fileError()) return machine::failWith(code, FALSE);
     const DWORD code = deleteFile(machine::findOnHost(path));
     return code == ERROR_SUCCESS ? TRUE : machine::failWith(code, FALSE);
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }

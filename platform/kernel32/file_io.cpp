@@ -56,7 +56,7 @@ BOOL finished(DWORD code) {
 }  // namespace
 
 BOOL WINAPI ReadFile(HANDLE handle, LPVOID target, DWORD count, LPDWORD moved,
-                     LPOVERLAPPED overlapped) {
+                     LPOVERLAPPED overlapped) try {
     if (const auto scripted =
             machine::call("ReadFile", handle, static_cast<const void*>(target), count,
                           static_cast<const void*>(moved), static_cast<const void*>(overlapped))) {
@@ -67,10 +67,12 @@ BOOL WINAPI ReadFile(HANDLE handle, LPVOID target, DWORD count, LPDWORD moved,
     if (!file) return failWith(ERROR_INVALID_HANDLE, FALSE);
     if (!file->canRead) return failWith(ERROR_ACCESS_DENIED, FALSE);
     return finished(readBytes(file->descriptor.get(), static_cast<char*>(target), count, *moved));
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }
 
 BOOL WINAPI WriteFile(HANDLE handle, LPCVOID source, DWORD count, LPDWORD moved,
-                      LPOVERLAPPED overlapped) {
+                      LPOVERLAPPED overlapped) try {
     if (const auto scripted =
             machine::call("WriteFile", handle, source, count, static_cast<const void*>(moved),
                           static_cast<const void*>(overlapped))) {
@@ -82,9 +84,11 @@ BOOL WINAPI WriteFile(HANDLE handle, LPCVOID source, DWORD count, LPDWORD moved,
     if (!file->canWrite) return failWith(ERROR_ACCESS_DENIED, FALSE);
     return finished(
         writeBytes(file->descriptor.get(), static_cast<const char*>(source), count, *moved));
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }
 
-DWORD WINAPI SetFilePointer(HANDLE handle, LONG distance, PLONG distanceHigh, DWORD origin) {
+DWORD WINAPI SetFilePointer(HANDLE handle, LONG distance, PLONG distanceHigh, DWORD origin) try {
     if (const auto scripted = machine::call("SetFilePointer", handle, distance,
                                             static_cast<const void*>(distanceHigh), origin)) {
         return scripted.or_(INVALID_SET_FILE_POINTER);
@@ -110,9 +114,11 @@ DWORD WINAPI SetFilePointer(HANDLE handle, LONG distance, PLONG distanceHigh, DW
     const auto low = static_cast<DWORD>(position);
     if (low == INVALID_SET_FILE_POINTER) SetLastError(NO_ERROR);
     return low;
+} catch (const std::exception&) {
+    return machine::outOfMemory(INVALID_SET_FILE_POINTER);
 }
 
-BOOL WINAPI SetEndOfFile(HANDLE handle) {
+BOOL WINAPI SetEndOfFile(HANDLE handle) try {
     if (const auto scripted = machine::call("SetEndOfFile", handle)) return scripted.or_(FALSE);
     const Pinned<FileObject> file(handle);
     if (!file) return failWith(ERROR_INVALID_HANDLE, FALSE);
@@ -120,9 +126,11 @@ BOOL WINAPI SetEndOfFile(HANDLE handle) {
     const auto position = ::lseek(file->descriptor.get(), 0, SEEK_CUR);
     if (position >= 0 && ::ftruncate(file->descriptor.get(), position) == 0) return TRUE;
     return failWith(machine::codeOfHostError(errno), FALSE);
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }
 
-DWORD WINAPI GetFileSize(HANDLE handle, LPDWORD sizeHigh) {
+DWORD WINAPI GetFileSize(HANDLE handle, LPDWORD sizeHigh) try {
     if (const auto scripted =
             machine::call("GetFileSize", handle, static_cast<const void*>(sizeHigh))) {
         return scripted.or_(INVALID_FILE_SIZE);
@@ -137,4 +145,6 @@ DWORD WINAPI GetFileSize(HANDLE handle, LPDWORD sizeHigh) {
     const auto low = static_cast<DWORD>(status.st_size);
     if (low == INVALID_FILE_SIZE) SetLastError(NO_ERROR);
     return low;
+} catch (const std::exception&) {
+    return machine::outOfMemory(INVALID_FILE_SIZE);
 }

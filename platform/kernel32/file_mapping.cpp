@@ -105,19 +105,23 @@ HANDLE create(HANDLE file, DWORD protection, std::uint64_t size, LPCSTR name) {
 }  // namespace
 
 HANDLE WINAPI CreateFileMappingA(HANDLE file, LPSECURITY_ATTRIBUTES security, DWORD protection,
-                                 DWORD sizeHigh, DWORD sizeLow, LPCSTR name) {
+                                 DWORD sizeHigh, DWORD sizeLow, LPCSTR name) try {
     if (const auto scripted =
             machine::call("CreateFileMappingA", file, static_cast<const void*>(security),
                           protection, sizeHigh, sizeLow, name)) {
         return scripted.or_(HANDLE{nullptr});
     }
     return create(file, protection, (std::uint64_t{sizeHigh} << 32) | sizeLow, name);
+} catch (const std::exception&) {
+    return machine::outOfMemory(HANDLE{nullptr});
 }
 
-HANDLE WINAPI OpenFileMappingA(DWORD access, BOOL inherit, LPCSTR name) {
+HANDLE WINAPI OpenFileMappingA(DWORD access, BOOL inherit, LPCSTR name) try {
     if (const auto scripted = machine::call("OpenFileMappingA", access, inherit, name)) {
         return scripted.or_(HANDLE{nullptr});
     }
     if (name == nullptr) return refuse(ERROR_INVALID_PARAMETER);
     return insert(machine::openBlock(machine::fromAnsi(name)));
+} catch (const std::exception&) {
+    return machine::outOfMemory(HANDLE{nullptr});
 }

@@ -69,11 +69,13 @@ DWORD move(const machine::Path& source, const machine::Path& target) {
 
 }  // namespace
 
-BOOL WINAPI MoveFileW(LPCWSTR from, LPCWSTR to) {
+BOOL WINAPI MoveFileW(LPCWSTR from, LPCWSTR to) try {
     if (const auto scripted = machine::call("MoveFileW", from, to)) return scripted.or_(FALSE);
     const auto source = machine::parsePath(from), target = machine::parsePath(to);
     const DWORD pathError = source.fileError() != 0 ? source.fileError() : target.fileError();
     if (pathError != 0) return failWith(pathError, FALSE);
     const DWORD code = move(source, target);
     return code == ERROR_SUCCESS ? TRUE : failWith(code, FALSE);
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }

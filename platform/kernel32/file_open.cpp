@@ -194,21 +194,25 @@ HANDLE open(LPCWSTR name, DWORD access, DWORD share, DWORD disposition, DWORD fl
 }  // namespace
 
 HANDLE WINAPI CreateFileW(LPCWSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
-                          DWORD disposition, DWORD flags, HANDLE templateFile) {
+                          DWORD disposition, DWORD flags, HANDLE templateFile) try {
     if (const auto scripted =
             machine::call("CreateFileW", name, access, share, static_cast<const void*>(security),
                           disposition, flags, templateFile)) {
         return scripted.or_(INVALID_HANDLE_VALUE);
     }
     return open(name, access, share, disposition, flags);
+} catch (const std::exception&) {
+    return machine::outOfMemory(INVALID_HANDLE_VALUE);
 }
 
 HANDLE WINAPI CreateFileA(LPCSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
-                          DWORD disposition, DWORD flags, HANDLE templateFile) {
+                          DWORD disposition, DWORD flags, HANDLE templateFile) try {
     if (const auto scripted =
             machine::call("CreateFileA", name, access, share, static_cast<const void*>(security),
                           disposition, flags, templateFile)) {
         return scripted.or_(INVALID_HANDLE_VALUE);
     }
     return open(machine::WideArgument(name), access, share, disposition, flags);
+} catch (const std::exception&) {
+    return machine::outOfMemory(INVALID_HANDLE_VALUE);
 }

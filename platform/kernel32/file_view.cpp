@@ -48,7 +48,7 @@ LPVOID map(const MappingObject& mapping, DWORD access, Piece piece) {
 }  // namespace
 
 LPVOID WINAPI MapViewOfFile(HANDLE handle, DWORD access, DWORD offsetHigh, DWORD offsetLow,
-                            SIZE_T length) {
+                            SIZE_T length) try {
     if (const auto scripted =
             machine::call("MapViewOfFile", handle, access, offsetHigh, offsetLow, length)) {
         return scripted.or_(none);
@@ -56,10 +56,14 @@ LPVOID WINAPI MapViewOfFile(HANDLE handle, DWORD access, DWORD offsetHigh, DWORD
     const machine::Pinned<MappingObject> mapping(handle);
     if (!mapping) return failWith(ERROR_INVALID_HANDLE, none);
     return map(*mapping, access, {(std::uint64_t{offsetHigh} << 32) | offsetLow, length});
+} catch (const std::exception&) {
+    return machine::outOfMemory(none);
 }
 
-BOOL WINAPI UnmapViewOfFile(LPCVOID view) {
+BOOL WINAPI UnmapViewOfFile(LPCVOID view) try {
     if (const auto scripted = machine::call("UnmapViewOfFile", view)) return scripted.or_(FALSE);
     const bool released = machine::views().release(const_cast<LPVOID>(view));
     return released ? TRUE : failWith(ERROR_INVALID_ADDRESS, FALSE);
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }

@@ -130,7 +130,7 @@ BOOL findNext(HANDLE handle, WIN32_FIND_DATAW& record) {
 
 }  // namespace
 
-HANDLE WINAPI FindFirstFileW(LPCWSTR name, LPWIN32_FIND_DATAW record) {
+HANDLE WINAPI FindFirstFileW(LPCWSTR name, LPWIN32_FIND_DATAW record) try {
     if (const auto scripted = machine::call("FindFirstFileW", name)) {
         return scripted.or_(INVALID_HANDLE_VALUE);
     }
@@ -143,14 +143,18 @@ HANDLE WINAPI FindFirstFileW(LPCWSTR name, LPWIN32_FIND_DATAW record) {
     // A dot at the end counts in patterns only.
     if (machine::fromWide(name).ends_with(u'.')) pattern += u'.';
     return findByPattern(path, pattern, *record);
+} catch (const std::exception&) {
+    return machine::outOfMemory(INVALID_HANDLE_VALUE);
 }
 
-BOOL WINAPI FindNextFileW(HANDLE search, LPWIN32_FIND_DATAW record) {
+BOOL WINAPI FindNextFileW(HANDLE search, LPWIN32_FIND_DATAW record) try {
     if (const auto scripted = machine::call("FindNextFileW", search)) return scripted.or_(FALSE);
     return findNext(search, *record);
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }
 
-BOOL WINAPI FindNextFileA(HANDLE search, LPWIN32_FIND_DATAA record) {
+BOOL WINAPI FindNextFileA(HANDLE search, LPWIN32_FIND_DATAA record) try {
     if (const auto scripted = machine::call("FindNextFileA", search)) return scripted.or_(FALSE);
     WIN32_FIND_DATAW wide;
     if (!findNext(search, wide)) return FALSE;
@@ -163,13 +167,17 @@ BOOL WINAPI FindNextFileA(HANDLE search, LPWIN32_FIND_DATAA record) {
     storeAnsi(record->cFileName, wide.cFileName);
     storeAnsi(record->cAlternateFileName, wide.cAlternateFileName);
     return TRUE;
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }
 
-BOOL WINAPI FindClose(HANDLE handle) {
+BOOL WINAPI FindClose(HANDLE handle) try {
     if (const auto scripted = machine::call("FindClose", handle)) return scripted.or_(FALSE);
     {
         const machine::Pinned<SearchObject> search(handle);
         if (!search) return failWith(ERROR_INVALID_HANDLE, FALSE);
     }
     return machine::closeObject(handle) ? TRUE : failWith(ERROR_INVALID_HANDLE, FALSE);
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "errhandlingapi.h"
+#include "machine/host_errors.h"
 #include "machine/modules.h"
 #include "machine/script.h"
 #include "system_messages.h"
@@ -37,7 +38,7 @@ DWORD refuse(DWORD code) {
 }  // namespace
 
 DWORD WINAPI FormatMessageA(DWORD flags, LPCVOID source, DWORD messageId, DWORD languageId,
-                            LPSTR buffer, DWORD size, va_list* arguments) {
+                            LPSTR buffer, DWORD size, va_list* arguments) try {
     if (const auto scripted = machine::call("FormatMessageA", flags, source, messageId, languageId,
                                             static_cast<const void*>(buffer), size)) {
         return scripted.or_(DWORD{0});
@@ -54,4 +55,6 @@ DWORD WINAPI FormatMessageA(DWORD flags, LPCVOID source, DWORD messageId, DWORD 
     text.copy(buffer, text.size());
     buffer[text.size()] = '\0';
     return static_cast<DWORD>(text.size());
+} catch (const std::exception&) {
+    return machine::outOfMemory(DWORD{0});
 }

@@ -40,7 +40,7 @@ std::uint64_t clusterSizeFor(const machine::DiskSpace& space) {
 }  // namespace
 
 BOOL WINAPI GetDiskFreeSpaceExA(LPCSTR directory, PULARGE_INTEGER available, PULARGE_INTEGER total,
-                                PULARGE_INTEGER free) {
+                                PULARGE_INTEGER free) try {
     if (const auto scripted = machine::call("GetDiskFreeSpaceExA", directory)) {
         return scripted.or_(FALSE);
     }
@@ -50,10 +50,12 @@ BOOL WINAPI GetDiskFreeSpaceExA(LPCSTR directory, PULARGE_INTEGER available, PUL
     storeBytes(total, space.total);
     storeBytes(free, space.free);
     return TRUE;
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }
 
 BOOL WINAPI GetDiskFreeSpaceA(LPCSTR root, LPDWORD sectorsPerCluster, LPDWORD bytesPerSector,
-                              LPDWORD freeClusters, LPDWORD totalClusters) {
+                              LPDWORD freeClusters, LPDWORD totalClusters) try {
     if (const auto scripted = machine::call("GetDiskFreeSpaceA", root)) return scripted.or_(FALSE);
     machine::DiskSpace space;
     if (const DWORD code = findSpace(root, space)) return failWith(code, FALSE);
@@ -63,4 +65,6 @@ BOOL WINAPI GetDiskFreeSpaceA(LPCSTR root, LPDWORD sectorsPerCluster, LPDWORD by
     store(freeClusters, static_cast<DWORD>(space.available / cluster));
     store(totalClusters, static_cast<DWORD>(space.total / cluster));
     return TRUE;
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }

@@ -9,7 +9,7 @@
 
 using machine::failWith;
 
-HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size) {
+HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size) try {
     if (const auto scripted = machine::call("GlobalAlloc", flags, size)) {
         return scripted.or_(HGLOBAL{nullptr});
     }
@@ -19,14 +19,18 @@ HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size) {
     if (block == nullptr) return failWith(ERROR_NOT_ENOUGH_MEMORY, HGLOBAL{nullptr});
     machine::heapBlocks().add(block, room);
     return block;
+} catch (const std::exception&) {
+    return machine::outOfMemory(HGLOBAL{nullptr});
 }
 
-LPVOID WINAPI GlobalLock(HGLOBAL block) {
+LPVOID WINAPI GlobalLock(HGLOBAL block) try {
     if (const auto scripted = machine::call("GlobalLock", static_cast<const void*>(block))) {
         return scripted.or_(LPVOID{nullptr});
     }
     const bool live = machine::heapBlocks().holds(block);
     return live ? block : failWith(ERROR_INVALID_HANDLE, LPVOID{nullptr});
+} catch (const std::exception&) {
+    return machine::outOfMemory(LPVOID{nullptr});
 }
 
 BOOL WINAPI GlobalUnlock(HGLOBAL block) {
@@ -37,10 +41,12 @@ BOOL WINAPI GlobalUnlock(HGLOBAL block) {
     return live ? TRUE : failWith(ERROR_INVALID_HANDLE, FALSE);
 }
 
-HGLOBAL WINAPI GlobalFree(HGLOBAL block) {
+HGLOBAL WINAPI GlobalFree(HGLOBAL block) try {
     if (const auto scripted = machine::call("GlobalFree", static_cast<const void*>(block))) {
         return scripted.or_(block);
     }
     const bool released = block == nullptr || machine::heapBlocks().release(block);
     return released ? nullptr : failWith(ERROR_INVALID_HANDLE, block);
+} catch (const std::exception&) {
+    return machine::outOfMemory(block);
 }

@@ -1,6 +1,7 @@
 // Loading of modules and lookup of their entry points.
 #include "errhandlingapi.h"
 #include "libloaderapi.h"
+#include "machine/host_errors.h"
 #include "machine/modules.h"
 #include "machine/script.h"
 #include "machine/text.h"
@@ -18,46 +19,56 @@ HMODULE loadOrReport(LPCSTR name, bool asData) {
 
 }  // namespace
 
-HMODULE WINAPI LoadLibraryA(LPCSTR name) {
+HMODULE WINAPI LoadLibraryA(LPCSTR name) try {
     if (const auto scripted = machine::call("LoadLibraryA", name)) {
         return scripted.or_(HMODULE{nullptr});
     }
     return loadOrReport(name, false);
+} catch (const std::exception&) {
+    return machine::outOfMemory(HMODULE{nullptr});
 }
 
-HMODULE WINAPI LoadLibraryExA(LPCSTR name, HANDLE reserved, DWORD flags) {
+HMODULE WINAPI LoadLibraryExA(LPCSTR name, HANDLE reserved, DWORD flags) try {
     if (const auto scripted = machine::call("LoadLibraryExA", name, reserved, flags)) {
         return scripted.or_(HMODULE{nullptr});
     }
     return loadOrReport(name, (flags & LOAD_LIBRARY_AS_DATAFILE) != 0);
+} catch (const std::exception&) {
+    return machine::outOfMemory(HMODULE{nullptr});
 }
 
-BOOL WINAPI FreeLibrary(HMODULE module) {
+BOOL WINAPI FreeLibrary(HMODULE module) try {
     if (const auto scripted = machine::call("FreeLibrary", module)) return scripted.or_(FALSE);
     if (machine::releaseModule(module)) return TRUE;
     SetLastError(ERROR_MOD_NOT_FOUND);
     return FALSE;
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }
 
-FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name) {
+FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name) try {
     if (const auto scripted = machine::call("GetProcAddress", module, name)) {
         return scripted.or_(FARPROC{nullptr});
     }
     const FARPROC function = machine::entryPoint(module, name);
     if (function == nullptr) SetLastError(ERROR_PROC_NOT_FOUND);
     return function;
+} catch (const std::exception&) {
+    return machine::outOfMemory(FARPROC{nullptr});
 }
 
-HMODULE WINAPI GetModuleHandleA(LPCSTR name) {
+HMODULE WINAPI GetModuleHandleA(LPCSTR name) try {
     if (const auto scripted = machine::call("GetModuleHandleA", name)) {
         return scripted.or_(HMODULE{nullptr});
     }
     const HMODULE module = name != nullptr ? machine::findModule(name) : nullptr;
     if (module == nullptr) SetLastError(ERROR_MOD_NOT_FOUND);
     return module;
+} catch (const std::exception&) {
+    return machine::outOfMemory(HMODULE{nullptr});
 }
 
-DWORD WINAPI GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size) {
+DWORD WINAPI GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size) try {
     if (const auto scripted = machine::call("GetModuleFileNameA", module, size)) {
         return scripted.or_(DWORD{0});
     }
@@ -71,4 +82,6 @@ DWORD WINAPI GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size) {
     if (stored == file.size()) return static_cast<DWORD>(stored);
     SetLastError(ERROR_INSUFFICIENT_BUFFER);
     return size;
+} catch (const std::exception&) {
+    return machine::outOfMemory(DWORD{0});
 }

@@ -62,16 +62,20 @@ DWORD deliverForm(LPCSTR name, NameForm nameForm, LPSTR buffer, DWORD size) {
 
 }  // namespace
 
-DWORD WINAPI GetLongPathNameA(LPCSTR name, LPSTR buffer, DWORD size) {
+DWORD WINAPI GetLongPathNameA(LPCSTR name, LPSTR buffer, DWORD size) try {
     if (const auto scripted = machine::call("GetLongPathNameA", name, size)) {
         return scripted.or_(DWORD{0});
     }
     return deliverForm(name, longName, buffer, size);
+} catch (const std::exception&) {
+    return machine::outOfMemory(DWORD{0});
 }
 
-DWORD WINAPI GetShortPathNameA(LPCSTR name, LPSTR buffer, DWORD size) {
+DWORD WINAPI GetShortPathNameA(LPCSTR name, LPSTR buffer, DWORD size) try {
     if (const auto scripted = machine::call("GetShortPathNameA", name, size)) {
         return scripted.or_(DWORD{0});
     }
     return deliverForm(name, shortName, buffer, size);
+} catch (const std::exception&) {
+    return machine::outOfMemory(DWORD{0});
 }

@@ -35,28 +35,34 @@ DWORD deliverFull(const Text& text, std::size_t lastPartLength, Character* buffe
 
 }  // namespace
 
-DWORD WINAPI GetFullPathNameW(LPCWSTR name, DWORD size, LPWSTR buffer, LPWSTR* lastPart) {
+DWORD WINAPI GetFullPathNameW(LPCWSTR name, DWORD size, LPWSTR buffer, LPWSTR* lastPart) try {
     if (const auto scripted = machine::call("GetFullPathNameW", name, size)) {
         return scripted.or_(DWORD{0});
     }
     const auto full = machine::fullPathOf(machine::fromWide(name));
     return deliverFull(full, lastPartOf(full).size(), buffer, size, lastPart);
+} catch (const std::exception&) {
+    return machine::outOfMemory(DWORD{0});
 }
 
-DWORD WINAPI GetFullPathNameA(LPCSTR name, DWORD size, LPSTR buffer, LPSTR* lastPart) {
+DWORD WINAPI GetFullPathNameA(LPCSTR name, DWORD size, LPSTR buffer, LPSTR* lastPart) try {
     if (const auto scripted = machine::call("GetFullPathNameA", name, size)) {
         return scripted.or_(DWORD{0});
     }
     const auto full = machine::fullPathOf(machine::fromWide(machine::WideArgument(name)));
     const auto lastPartLength = machine::toAnsi(lastPartOf(full)).size();
     return deliverFull(machine::toAnsi(full), lastPartLength, buffer, size, lastPart);
+} catch (const std::exception&) {
+    return machine::outOfMemory(DWORD{0});
 }
 
-DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR buffer) {
+DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR buffer) try {
     if (const auto scripted = machine::call("GetCurrentDirectoryA", size)) {
         return scripted.or_(DWORD{0});
     }
     const auto path = machine::currentDirectory();
     if (const DWORD code = path.fileError()) return failWith(code, DWORD{0});
     return deliver(machine::toAnsi(path.text()), buffer, size);
+} catch (const std::exception&) {
+    return machine::outOfMemory(DWORD{0});
 }

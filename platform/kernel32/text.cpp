@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "errhandlingapi.h"
+#include "machine/host_errors.h"
 #include "machine/script.h"
 #include "machine/text.h"
 #include "stringapiset.h"
@@ -30,7 +31,7 @@ int WINAPI lstrlenW(LPCWSTR text) {
 }
 
 int WINAPI CompareStringA(LCID locale, DWORD flags, LPCSTR left, int leftLength, LPCSTR right,
-                          int rightLength) {
+                          int rightLength) try {
     if (const auto scripted =
             machine::call("CompareStringA", locale, flags, left, leftLength, right, rightLength)) {
         return scripted.or_(0);
@@ -43,4 +44,6 @@ int WINAPI CompareStringA(LCID locale, DWORD flags, LPCSTR left, int leftLength,
     const auto order =
         decoded(left, leftLength, ignoreCase).compare(decoded(right, rightLength, ignoreCase));
     return order < 0 ? CSTR_LESS_THAN : order == 0 ? CSTR_EQUAL : CSTR_GREATER_THAN;
+} catch (const std::exception&) {
+    return machine::outOfMemory(0);
 }

@@ -68,7 +68,7 @@ void runThread(LPTHREAD_START_ROUTINE start, LPVOID parameter, Ending& ending) {
 // Security, stack size and flags are taken as their defaults, and the number of the thread is not
 // told.
 HANDLE WINAPI CreateThread(LPSECURITY_ATTRIBUTES, SIZE_T, LPTHREAD_START_ROUTINE start,
-                           LPVOID parameter, DWORD, LPDWORD) {
+                           LPVOID parameter, DWORD, LPDWORD) try {
     if (const auto scripted = machine::call("CreateThread")) return scripted.or_(HANDLE{nullptr});
     const auto ending = std::make_shared<Ending>();
     const HANDLE handle = machine::insertObject(std::make_unique<ThreadObject>(ending));
@@ -80,6 +80,8 @@ HANDLE WINAPI CreateThread(LPSECURITY_ATTRIBUTES, SIZE_T, LPTHREAD_START_ROUTINE
         return failWith(ERROR_NOT_ENOUGH_MEMORY, HANDLE{nullptr});
     }
     return handle;
+} catch (const std::exception&) {
+    return machine::outOfMemory(HANDLE{nullptr});
 }
 
 DWORD WINAPI GetCurrentThreadId() {
@@ -90,13 +92,15 @@ DWORD WINAPI GetCurrentProcessId() {
     return static_cast<DWORD>(::getpid());
 }
 
-DWORD WINAPI WaitForSingleObject(HANDLE handle, DWORD milliseconds) {
+DWORD WINAPI WaitForSingleObject(HANDLE handle, DWORD milliseconds) try {
     if (const auto scripted = machine::call("WaitForSingleObject", handle, milliseconds)) {
         return scripted.or_(WAIT_FAILED);
     }
     const machine::Pinned<ThreadObject> thread(handle);
     if (!thread) return failWith(ERROR_INVALID_HANDLE, WAIT_FAILED);
     return thread->ending->await(milliseconds) ? WAIT_OBJECT_0 : WAIT_TIMEOUT;
+} catch (const std::exception&) {
+    return machine::outOfMemory(WAIT_FAILED);
 }
 
 void WINAPI Sleep(DWORD milliseconds) {

@@ -2,6 +2,7 @@
 #include <cstring>
 
 #include "errhandlingapi.h"
+#include "machine/host_errors.h"
 #include "machine/machine.h"
 #include "machine/script.h"
 #include "sysinfoapi.h"
@@ -19,7 +20,7 @@ void fillExtended(OSVERSIONINFOEXA& record, const machine::Version& version) {
 
 }  // namespace
 
-BOOL WINAPI GetVersionExA(LPOSVERSIONINFOA record) {
+BOOL WINAPI GetVersionExA(LPOSVERSIONINFOA record) try {
     const DWORD size = record->dwOSVersionInfoSize;
     if (const auto scripted = machine::call("GetVersionExA", size)) return scripted.or_(FALSE);
     const auto& version = machine::current().version;
@@ -36,4 +37,6 @@ BOOL WINAPI GetVersionExA(LPOSVERSIONINFOA record) {
     version.servicePack.copy(record->szCSDVersion, sizeof record->szCSDVersion - 1);
     if (extended) fillExtended(*reinterpret_cast<OSVERSIONINFOEXA*>(record), version);
     return TRUE;
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }

@@ -9,7 +9,7 @@
 
 using machine::failWith;
 
-LPVOID WINAPI VirtualAlloc(LPVOID address, SIZE_T size, DWORD kind, DWORD protection) {
+LPVOID WINAPI VirtualAlloc(LPVOID address, SIZE_T size, DWORD kind, DWORD protection) try {
     if (const auto scripted = machine::call("VirtualAlloc", static_cast<const void*>(address), size,
                                             kind, protection)) {
         return scripted.or_(LPVOID{nullptr});
@@ -22,9 +22,11 @@ LPVOID WINAPI VirtualAlloc(LPVOID address, SIZE_T size, DWORD kind, DWORD protec
     if (block == nullptr) return failWith(ERROR_NOT_ENOUGH_MEMORY, LPVOID{nullptr});
     machine::virtualBlocks().add(block, size);
     return block;
+} catch (const std::exception&) {
+    return machine::outOfMemory(LPVOID{nullptr});
 }
 
-BOOL WINAPI VirtualFree(LPVOID address, SIZE_T size, DWORD kind) {
+BOOL WINAPI VirtualFree(LPVOID address, SIZE_T size, DWORD kind) try {
     if (const auto scripted =
             machine::call("VirtualFree", static_cast<const void*>(address), size, kind)) {
         return scripted.or_(FALSE);
@@ -32,4 +34,6 @@ BOOL WINAPI VirtualFree(LPVOID address, SIZE_T size, DWORD kind) {
     const bool released =
         kind == MEM_RELEASE && size == 0 && machine::virtualBlocks().release(address);
     return released ? TRUE : failWith(ERROR_INVALID_PARAMETER, FALSE);
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }

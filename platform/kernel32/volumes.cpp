@@ -41,7 +41,7 @@ void storeNumber(LPDWORD target, DWORD value) {
 }  // namespace
 
 // A root may come without its backslash here. What names no drive has no root directory.
-UINT WINAPI GetDriveTypeA(LPCSTR root) {
+UINT WINAPI GetDriveTypeA(LPCSTR root) try {
     if (const auto scripted = machine::query("GetDriveTypeA", root)) {
         return scripted.or_(DRIVE_NO_ROOT_DIR);
     }
@@ -55,11 +55,13 @@ UINT WINAPI GetDriveTypeA(LPCSTR root) {
     }
     if (path.error != 0 || !path.isRoot()) return DRIVE_NO_ROOT_DIR;
     return path.drive != nullptr ? static_cast<UINT>(path.drive->kind) : DRIVE_REMOTE;
+} catch (const std::exception&) {
+    return machine::outOfMemory(DRIVE_NO_ROOT_DIR);
 }
 
 BOOL WINAPI GetVolumeInformationW(LPCWSTR root, LPWSTR label, DWORD labelSize, LPDWORD serial,
                                   LPDWORD longestComponent, LPDWORD flags, LPWSTR fileSystem,
-                                  DWORD systemSize) {
+                                  DWORD systemSize) try {
     const auto pointer = [](const void* target) { return target; };
     if (const auto scripted = machine::call("GetVolumeInformationW", root, pointer(label),
                                             labelSize, pointer(serial), pointer(longestComponent),
@@ -81,4 +83,6 @@ BOOL WINAPI GetVolumeInformationW(LPCWSTR root, LPWSTR label, DWORD labelSize, L
     storeNumber(longestComponent, longestComponentLength);
     storeNumber(flags, drive.fileSystemFlags);
     return TRUE;
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }

@@ -1,11 +1,13 @@
 // The room on drives and shares.
 #include "machine/disk_space.h"
 
+#include <fts.h>
+#include <sys/stat.h>
 #include <sys/statvfs.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <filesystem>
+#include <memory>
 
 #include "machine/host_errors.h"
 #include "machine/lookup.h"
@@ -15,21 +17,17 @@ namespace machine {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr std::uint32_t usualClusterSize = 4096;
 
 // What cannot be read counts as empty, and links are not followed.
 std::uint64_t sizeOfFilesIn(const std::string& folder) {
-    constexpr auto options = fs::directory_options::skip_permission_denied;
+    auto root = folder;
+    char* const roots[] = {root.data(), nullptr};
+    const std::unique_ptr<FTS, int (*)(FTS*)> tree(
+        ::fts_open(roots, FTS_PHYSICAL | FTS_NOCHDIR, nullptr), ::fts_close);
     std::uint64_t sum = 0;
-    std::error_code error;
-    for (fs::recursive_directory_iterator at(folder, options, error), end; !error && at != end;
-         at.increment(error)) {
-        std::error_code ignored;
-        if (at->is_symlink(ignored) || !at->is_regular_file(ignored)) continue;
-        const auto size = at->file_size(ignored);
-        if (!ignored) sum += size;
+    while (const auto* const entry = tree == nullptr ? nullptr : ::fts_read(tree.get())) {
+        if (entry->fts_info == FTS_F) sum += static_cast<std::uint64_t>(entry->fts_statp->st_size);
     }
     return sum;
 }

@@ -64,11 +64,12 @@ bool takeSlot(std::uint32_t& index) {
         return true;
     }
     if (slotCount == chunkSize * chunkCount) return false;
-    index = slotCount++;
-    auto& chunk = chunks[index / chunkSize];
+    auto& chunk = chunks[slotCount / chunkSize];
     if (chunk.load(std::memory_order_relaxed) == nullptr) {
+        freeSlots.reserve(slotCount + chunkSize);  // no handle ends for want of memory
         chunk.store(new Chunk, std::memory_order_release);
     }
+    index = slotCount++;
     return true;
 }
 

@@ -1,13 +1,15 @@
 // Links between directories.
 #include "machine/links.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
-#include <filesystem>
+#include <memory>
+#include <string_view>
 
 #include "machine/host_errors.h"
 #include "winerror.h"
@@ -32,10 +34,20 @@ std::string neighbourOf(const std::string& path) {
            std::to_string(counter.fetch_add(1)) + ".link";
 }
 
+// A directory that cannot be read does not count as empty.
+bool isEmpty(const std::string& path) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(::opendir(path.c_str()), ::closedir);
+    if (directory == nullptr) return false;
+    while (const auto* const entry = ::readdir(directory.get())) {
+        const std::string_view name = entry->d_name;
+        if (name != "." && name != "..") return false;
+    }
+    return true;
+}
+
 // The link and the directory change places, and the directory goes when it is empty still.
 DWORD exchange(const std::string& link, const std::string& directory) {
-    std::error_code unreadable;
-    if (!std::filesystem::is_empty(directory, unreadable)) return ERROR_DIR_NOT_EMPTY;
+    if (!isEmpty(directory)) return ERROR_DIR_NOT_EMPTY;
     const auto swap = [&] {
         return ::renameat2(AT_FDCWD, link.c_str(), AT_FDCWD, directory.c_str(), RENAME_EXCHANGE);
     };

@@ -4,7 +4,7 @@
 #include <dlfcn.h>
 
 #include <algorithm>
-#include <filesystem>
+#include <cstdlib>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -98,9 +98,8 @@ std::string textOf(const std::vector<std::pair<std::uint32_t, std::string>>& tex
 
 // The host's file as a path of the interface; empty: it lies on no drive.
 std::u16string drivePath(const std::string& host) {
-    std::error_code error;
-    const auto file = std::filesystem::canonical(host, error);
-    const auto path = error ? Path{} : pathOfHost(file.string());
+    const std::unique_ptr<char, void (*)(void*)> file(::realpath(host.c_str(), nullptr), std::free);
+    const auto path = file == nullptr ? Path{} : pathOfHost(file.get());
     return path.kind == Path::Kind::File ? path.text() : std::u16string();
 }
 

@@ -240,11 +240,15 @@ NamedBlock createBlock(std::u16string_view name, std::uint64_t size) {
 
 NamedMappingObject::~NamedMappingObject() {
     if (::getpid() != process) return;
-    const FolderLock folder(path);
-    const bool isLast = folder && !isLockedByOthers(descriptor.get());
-    if (isLast && leadsTo(path, descriptor.get())) ::unlink(path.c_str());
-    // The lock of this handle ends before the folder's does, and not only with the descriptor.
-    setLock(descriptor.get(), F_UNLCK);
+    try {
+        const FolderLock folder(path);
+        const bool isLast = folder && !isLockedByOthers(descriptor.get());
+        if (isLast && leadsTo(path, descriptor.get())) ::unlink(path.c_str());
+        // The lock of this handle ends before the folder's does, and not only with the descriptor.
+        setLock(descriptor.get(), F_UNLCK);
+    } catch (const std::exception&) {
+        setLock(descriptor.get(), F_UNLCK);  // the next one who asks for the name clears it away
+    }
 }
 
 }  // namespace machine

@@ -4,9 +4,10 @@
 
 #include "crtsecure.h"
 #include "machine/environment.h"
+#include "machine/host_errors.h"
 #include "machine/script.h"
 
-errno_t _dupenv_s(char** value, std::size_t* length, const char* name) {
+errno_t _dupenv_s(char** value, std::size_t* length, const char* name) try {
     if (const auto scripted = machine::call("_dupenv_s", name)) return scripted.or_(ENOMEM);
     if (value == nullptr || name == nullptr) return EINVAL;
     *value = nullptr;
@@ -17,9 +18,11 @@ errno_t _dupenv_s(char** value, std::size_t* length, const char* name) {
     if (*value == nullptr) return ENOMEM;
     if (length != nullptr) *length = found->size() + 1;
     return 0;
+} catch (const std::exception&) {
+    return machine::outOfMemory(ENOMEM);
 }
 
-int _putenv(const char* assignment) {
+int _putenv(const char* assignment) try {
     if (const auto scripted = machine::call("_putenv", assignment)) return scripted.or_(-1);
     const char* const sign = assignment == nullptr ? nullptr : std::strchr(assignment, '=');
     if (sign == nullptr || sign == assignment) return -1;
@@ -28,4 +31,6 @@ int _putenv(const char* assignment) {
     const bool set =
         machine::setEnvironmentVariable(name, value.empty() ? std::nullopt : std::optional(value));
     return set ? 0 : -1;
+} catch (const std::exception&) {
+    return machine::outOfMemory(-1);
 }

@@ -1,8 +1,10 @@
 // Text in the machine's code page, character by character.
 #include <algorithm>
+#include <climits>
 #include <string_view>
 
 #include "machine/code_page.h"
+#include "machine/host_errors.h"
 #include "machine/machine.h"
 #include "machine/text.h"
 #include "mbstring.h"
@@ -63,10 +65,12 @@ unsigned char* _mbsstr(const unsigned char* text, const unsigned char* wanted) {
     }
 }
 
-int _mbsicmp(const unsigned char* left, const unsigned char* right) {
+int _mbsicmp(const unsigned char* left, const unsigned char* right) try {
     const auto a = machine::upperCase(machine::fromAnsi(asView(left)));
     const auto b = machine::upperCase(machine::fromAnsi(asView(right)));
     return a.compare(b);
+} catch (const std::exception&) {
+    return machine::outOfMemory(INT_MAX);  // the runtime's mark for what cannot be compared
 }
 
 errno_t _mbsnbcpy_s(unsigned char* target, std::size_t size, const unsigned char* source,

@@ -2,14 +2,17 @@
 #include <cstring>
 
 #include "crtsecure.h"
+#include "machine/host_errors.h"
 #include "machine/script.h"
 
-char* _strdup(const char* text) {
+char* _strdup(const char* text) try {
     if (const auto scripted = machine::call("_strdup", text)) {
         errno = ENOMEM;
         return scripted.or_(static_cast<char*>(nullptr));
     }
     return text == nullptr ? nullptr : ::strdup(text);
+} catch (const std::exception&) {
+    return machine::outOfMemory(static_cast<char*>(nullptr));
 }
 
 errno_t strcpy_s(char* target, std::size_t size, const char* source) {

@@ -3,6 +3,7 @@
 
 #include "crtsecure.h"
 #include "machine/code_page.h"
+#include "machine/host_errors.h"
 #include "machine/machine.h"
 #include "machine/script.h"
 
@@ -55,7 +56,7 @@ struct Target {
 
 errno_t _splitpath_s(const char* path, char* drive, std::size_t driveSize, char* directory,
                      std::size_t directorySize, char* name, std::size_t nameSize, char* extension,
-                     std::size_t extensionSize) {
+                     std::size_t extensionSize) try {
     if (const auto scripted = machine::call("_splitpath_s", path)) return scripted.or_(EINVAL);
     if (path == nullptr) return EINVAL;
     const auto parts = split(path);
@@ -71,4 +72,6 @@ errno_t _splitpath_s(const char* path, char* drive, std::size_t driveSize, char*
     if (!sound) return EINVAL;
     for (const auto& target : targets) target.store(fits ? target.part : std::string_view());
     return fits ? 0 : ERANGE;
+} catch (const std::exception&) {
+    return machine::outOfMemory(EINVAL);
 }

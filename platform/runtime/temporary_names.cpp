@@ -5,6 +5,7 @@
 
 #include "crtsecure.h"
 #include "machine/environment.h"
+#include "machine/host_errors.h"
 #include "machine/lookup.h"
 #include "machine/script.h"
 #include "machine/temporary_names.h"
@@ -35,7 +36,7 @@ std::optional<std::string> folderFor(const char* wanted) {
 
 }  // namespace
 
-char* _tempnam(const char* directory, const char* prefix) {
+char* _tempnam(const char* directory, const char* prefix) try {
     if (const auto scripted = machine::call("_tempnam", directory, prefix)) {
         return scripted.or_(static_cast<char*>(nullptr));
     }
@@ -52,4 +53,6 @@ char* _tempnam(const char* directory, const char* prefix) {
         if (!find(name).exists()) return ::strdup(name.c_str());
     }
     return nullptr;
+} catch (const std::exception&) {
+    return machine::outOfMemory(static_cast<char*>(nullptr));
 }

@@ -130,7 +130,7 @@ HRESULT verify(const std::string& text, int flags) {
 }  // namespace
 
 // The current and the default place of a folder are the same here.
-HRESULT WINAPI SHGetFolderPathA(HWND owner, int folder, HANDLE token, DWORD type, LPSTR path) {
+HRESULT WINAPI SHGetFolderPathA(HWND owner, int folder, HANDLE token, DWORD type, LPSTR path) try {
     const auto scripted = machine::call("SHGetFolderPathA", static_cast<const void*>(owner), folder,
                                         token, type, static_cast<const void*>(path));
     if (scripted) return scripted.or_(E_FAIL);
@@ -144,4 +144,6 @@ HRESULT WINAPI SHGetFolderPathA(HWND owner, int folder, HANDLE token, DWORD type
     if (ansi.size() >= MAX_PATH) return E_FAIL;
     if (result == S_OK) std::memcpy(path, ansi.c_str(), ansi.size() + 1);
     return result;
+} catch (const std::exception&) {
+    return machine::outOfMemory(E_FAIL);
 }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "errhandlingapi.h"
+#include "machine/host_errors.h"
 #include "machine/script.h"
 #include "path_text.h"
 #include "shlwapi.h"
@@ -60,7 +61,7 @@ std::string canonical(std::string_view path) {
 
 }  // namespace
 
-BOOL WINAPI PathCanonicalizeA(LPSTR target, LPCSTR path) {
+BOOL WINAPI PathCanonicalizeA(LPSTR target, LPCSTR path) try {
     if (const auto scripted = machine::call("PathCanonicalizeA", path)) {
         return scripted.or_(FALSE);
     }
@@ -74,4 +75,6 @@ BOOL WINAPI PathCanonicalizeA(LPSTR target, LPCSTR path) {
     target[length] = '\0';
     if (!fits) SetLastError(ERROR_INSUFFICIENT_BUFFER);
     return fits ? TRUE : FALSE;
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }

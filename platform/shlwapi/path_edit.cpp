@@ -1,11 +1,12 @@
 // Backslashes at the end of a path, and its root.
 #include <cstring>
 
+#include "machine/host_errors.h"
 #include "machine/script.h"
 #include "path_text.h"
 #include "shlwapi.h"
 
-LPSTR WINAPI PathAddBackslashA(LPSTR path) {
+LPSTR WINAPI PathAddBackslashA(LPSTR path) try {
     if (const auto scripted = machine::call("PathAddBackslashA", path)) {
         return scripted.or_(LPSTR{nullptr});
     }
@@ -17,9 +18,11 @@ LPSTR WINAPI PathAddBackslashA(LPSTR path) {
     if (length + 1 >= MAX_PATH) return nullptr;
     std::memcpy(path + length, "\\", 2);
     return path + length + 1;
+} catch (const std::exception&) {
+    return machine::outOfMemory(LPSTR{nullptr});
 }
 
-LPSTR WINAPI PathRemoveBackslashA(LPSTR path) {
+LPSTR WINAPI PathRemoveBackslashA(LPSTR path) try {
     if (const auto scripted = machine::call("PathRemoveBackslashA", path)) {
         return scripted.or_(LPSTR{nullptr});
     }
@@ -29,9 +32,11 @@ LPSTR WINAPI PathRemoveBackslashA(LPSTR path) {
     if (places.empty() || places.back() + 1 != length) return path + length;
     if (rootLength(path) < length) path[places.back()] = '\0';
     return path + places.back();
+} catch (const std::exception&) {
+    return machine::outOfMemory(LPSTR{nullptr});
 }
 
-BOOL WINAPI PathStripToRootA(LPSTR path) {
+BOOL WINAPI PathStripToRootA(LPSTR path) try {
     if (const auto scripted = machine::call("PathStripToRootA", path)) return scripted.or_(FALSE);
     if (path == nullptr) return FALSE;
     if (const auto length = rootLength(path)) {
@@ -41,4 +46,6 @@ BOOL WINAPI PathStripToRootA(LPSTR path) {
     const bool hasDrive = path[0] != '\0' && path[1] == ':';
     path[hasDrive ? 2 : 0] = '\0';
     return FALSE;
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }

@@ -1,4 +1,5 @@
 // Questions about the root of a wide path.
+#include "machine/host_errors.h"
 #include "machine/script.h"
 #include "machine/text.h"
 #include "shlwapi.h"
@@ -17,7 +18,7 @@ std::size_t completeRootLength(const std::u16string& path) {
 
 }  // namespace
 
-BOOL WINAPI PathIsSameRootW(LPCWSTR left, LPCWSTR right) {
+BOOL WINAPI PathIsSameRootW(LPCWSTR left, LPCWSTR right) try {
     if (const auto scripted = machine::call("PathIsSameRootW", left, right)) {
         return scripted.or_(FALSE);
     }
@@ -26,9 +27,13 @@ BOOL WINAPI PathIsSameRootW(LPCWSTR left, LPCWSTR right) {
     const bool same = length > 0 && second.size() >= length &&
                       machine::equalIgnoringCase(first.substr(0, length), second.substr(0, length));
     return same ? TRUE : FALSE;
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }
 
-BOOL WINAPI PathIsUNCW(LPCWSTR path) {
+BOOL WINAPI PathIsUNCW(LPCWSTR path) try {
     if (const auto scripted = machine::call("PathIsUNCW", path)) return scripted.or_(FALSE);
     return machine::fromWide(path).substr(0, 2) == u"\\\\" ? TRUE : FALSE;
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
 }

@@ -2,12 +2,13 @@
 #include <algorithm>
 
 #include "errhandlingapi.h"
+#include "machine/host_errors.h"
 #include "machine/modules.h"
 #include "machine/script.h"
 #include "winerror.h"
 #include "winuser.h"
 
-int WINAPI LoadStringA(HINSTANCE module, UINT id, LPSTR buffer, int size) {
+int WINAPI LoadStringA(HINSTANCE module, UINT id, LPSTR buffer, int size) try {
     if (const auto scripted = machine::call("LoadStringA", module, id, size))
         return scripted.or_(0);
     if (buffer == nullptr || size <= 0) {
@@ -20,4 +21,6 @@ int WINAPI LoadStringA(HINSTANCE module, UINT id, LPSTR buffer, int size) {
         text.copy(buffer, std::min(text.size(), static_cast<std::size_t>(size) - 1));
     buffer[length] = '\0';
     return static_cast<int>(length);
+} catch (const std::exception&) {
+    return machine::outOfMemory(0);
 }
