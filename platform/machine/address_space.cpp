@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <new>
 #include <utility>
 
 namespace machine {
@@ -58,9 +59,12 @@ void* mapPages(std::size_t length, int protection, int flags, int file, off_t of
     return base;
 }
 
-void AddressTable::add(void* base, std::size_t length) {
+void AddressTable::add(void* base, std::size_t length) try {
     const std::lock_guard lock(mutex_);
     lengths_[base] = length;
+} catch (const std::bad_alloc&) {
+    release_(base, length);
+    throw;
 }
 
 bool AddressTable::holds(const void* base) const {

@@ -23,6 +23,8 @@ class AddressTable {
     using Release = void (*)(void* base, std::size_t length);
     explicit AddressTable(Release how) : release_(how) {}
 
+    // Takes the block over. It is released where there is no memory for that, and std::bad_alloc goes
+    // on to the entry point.
     void add(void* base, std::size_t length);
     bool holds(const void* base) const;
     // Takes the block out and releases it. False: no such block.
