@@ -46,8 +46,8 @@ void FoldedNames::removeFrom(Table& table, std::u16string_view folded, std::stri
 }
 
 void FoldedNames::addShortForm(std::string_view host) {
-    const auto name = fromUtf8(host);
-    if (!isShortForm(name)) addTo(shortForms_, shortNameOf(name), host);
+    const auto name = fromUtf8(host), shortName = shortNameOf(name);
+    if (shortName != name) addTo(shortForms_, shortName, host);
 }
 
 void FoldedNames::makeShortForms() {
@@ -63,7 +63,7 @@ void FoldedNames::add(std::string_view host) {
 void FoldedNames::remove(std::string_view host) {
     const auto name = fromUtf8(host);
     removeFrom(names_, name, host);
-    if (hasShortForms_ && !isShortForm(name)) removeFrom(shortForms_, shortNameOf(name), host);
+    if (hasShortForms_) removeFrom(shortForms_, shortNameOf(name), host);
 }
 
 const std::string* FoldedNames::find(std::u16string_view component) {

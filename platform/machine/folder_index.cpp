@@ -55,11 +55,11 @@ bool forEachName(int folder, Action action) {
     }
 }
 
-std::string nameByReading(int folder, std::u16string_view component) {
+std::optional<std::string> nameByReading(int folder, std::u16string_view component) {
     const bool mayBeShort = component.find(u'~') != std::u16string_view::npos;
     const auto exact = toUtf8(component);
     std::string byCase, byShortName;
-    forEachName(folder, [&](std::string_view host) {
+    const bool complete = forEachName(folder, [&](std::string_view host) {
         const auto name = fromUtf8(host);
         if (equalIgnoringCase(name, component)) {
             byCase = host;
@@ -69,6 +69,7 @@ std::string nameByReading(int folder, std::u16string_view component) {
         }
         return byCase != exact;
     });
+    if (!complete) return std::nullopt;
     return byCase.empty() ? byShortName : byCase;
 }
 
@@ -253,9 +254,9 @@ FolderIndex& folderIndex() {
 
 }  // namespace
 
-std::string nameInFolder(int folder, std::u16string_view component) {
+std::optional<std::string> nameInFolder(int folder, std::u16string_view component) {
     auto name = folderIndex().find(folder, component);
-    return name ? *std::move(name) : nameByReading(folder, component);
+    return name ? name : nameByReading(folder, component);
 }
 
 }  // namespace machine

@@ -14,13 +14,14 @@
 // length of a name.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace machine {
 
 // The name in the folder that equals the component but for case, the very same one first, else the
-// one whose short form does. Empty: there is none, or the folder cannot be read.
-std::string nameInFolder(int folder, std::u16string_view component);
+// one whose short form does; empty: there is none. Unset, with errno set: the folder cannot be read.
+std::optional<std::string> nameInFolder(int folder, std::u16string_view component);
 
 }  // namespace machine

@@ -63,22 +63,22 @@ std::string folderPath(const std::string& path) {
     return path.empty() ? "/" : path;
 }
 
-// A component of the open folder, whose path `found` has, in whatever case. With a lock, the name is
-// kept. Of a folder that cannot be read, the names as they are given are known.
+// A component of the folder, whose path `found` has, in whatever case. With a lock, the name is
+// kept. Of a folder that may not be read, the names as they are given are known.
 void findInFolder(HostName& found, Descriptor folder, const std::u16string& component,
                   NameLock* lock) {
+    int failure = folder ? 0 : errno;
     const int descriptor = folder.get();
     auto name = toUtf8(component);
-    bool isThere = true;
     if (folder) {
         if (lock != nullptr) lock->take(std::move(folder), component);
         const auto known = nameInFolder(descriptor, component);
-        isThere = !known.empty();
-        if (isThere) name = known;
+        failure = !known ? errno : known->empty() ? ENOENT : 0;
+        if (failure == 0) name = *known;
     }
     found.path += "/" + name;
-    const int error = isThere ? look(found.path, found) : ENOENT;
-    if (error != 0) found.error = codeOfHostError(error);
+    if (failure == 0 || failure == EACCES) failure = look(found.path, found);
+    if (failure != 0) found.error = codeOfHostError(failure);
 }
 
 // Component by component, as each may be there in another case.
@@ -118,18 +118,21 @@ HostName findInAnyCase(const Path& path, NameLock* lock) {
     return found;
 }
 
+// A file with a separator behind its name is none.
+HostName checked(HostName found, const Path& path) {
+    const bool isFile = found.exists() && S_ISREG(found.status.st_mode);
+    if (isFile && path.trailingSeparator) found.error = ERROR_INVALID_NAME;
+    return found;
+}
+
 HostName find(const Path& path, NameLock* lock) {
     HostName found;
     found.path = literalHostPath(path);
     const int error = look(found.path, found);
-    if (error != 0 && (path.isRoot() || (error != ENOENT && error != ENOTDIR))) {
-        found.error = path.isRoot() ? ERROR_PATH_NOT_FOUND : codeOfHostError(error);
-        return found;
-    }
-    if (error != 0) found = findInAnyCase(path, lock);
-    const bool isFile = found.exists() && S_ISREG(found.status.st_mode);
-    if (isFile && path.trailingSeparator) found.error = ERROR_INVALID_NAME;
-    return found;
+    const bool mayDiffer = (error == ENOENT || error == ENOTDIR) && !path.isRoot();
+    if (mayDiffer) return checked(findInAnyCase(path, lock), path);
+    if (error != 0) found.error = path.isRoot() ? ERROR_PATH_NOT_FOUND : codeOfHostError(error);
+    return checked(std::move(found), path);
 }
 
 }  // namespace
@@ -169,7 +172,7 @@ HostName findToMake(const Path& path, NameLock& lock) {
 }
 
 HostName findNewName(const Path& path, NameLock& lock) {
-    return findInAnyCase(path, &lock);
+    return checked(findInAnyCase(path, &lock), path);
 }
 
 std::string keepName(const std::string& hostPath, NameLock& lock) {
@@ -180,7 +183,7 @@ std::string keepName(const std::string& hostPath, NameLock& lock) {
     const int open = descriptor.get();
     const auto component = fromUtf8(hostPath.substr(slash + 1));
     lock.take(std::move(descriptor), component);
-    const auto name = nameInFolder(open, component);
+    const auto name = nameInFolder(open, component).value_or("");
     return name.empty() ? hostPath : folder + "/" + name;
 }
 

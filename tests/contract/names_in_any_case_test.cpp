@@ -2,6 +2,7 @@
 #include <fcntl.h>
 #include <sched.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -115,6 +116,18 @@ TEST_F(NamesInAnyCase, AreFoundByAForkAndItsParentAlike) {
     EXPECT_TRUE(elsewhere([&] { return exists(before) && std::ofstream(made).good(); }));
     EXPECT_TRUE(exists(before));
     EXPECT_TRUE(exists(c("CHILD.TXT")));
+}
+
+TEST_F(NamesInAnyCase, AreNotMadeOnceMoreWhereNoDescriptorIsLeft) {
+    struct rlimit former {};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &former), 0);
+    const struct rlimit none { 0, former.rlim_max };
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
+    const DWORD made = codeOf(CreateDirectoryW(Wide(c("FOLDER")), nullptr));
+    const DWORD moved = codeOf(MoveFileW(Wide(c("file")), Wide(c("FOLDER"))));
+    EXPECT_EQ(::setrlimit(RLIMIT_NOFILE, &former), 0);
+    EXPECT_EQ(made, DWORD{ERROR_TOO_MANY_OPEN_FILES});
+    EXPECT_EQ(moved, DWORD{ERROR_TOO_MANY_OPEN_FILES});
 }
 
 namespace {
