@@ -16,7 +16,7 @@
 #include <mutex>
 #include <optional>
 #include <string_view>
-#include <utility>
+#include <tuple>
 
 #include "machine/host_errors.h"
 #include "machine/links.h"
@@ -31,22 +31,46 @@ constexpr DWORD storedAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM
                                    FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_TEMPORARY;
 constexpr mode_t writeBits = S_IWUSR | S_IWGRP | S_IWOTH;
 
-// What the file system cannot store, by device and inode.
+DWORD usualAttributes(const struct stat& status) {
+    return S_ISDIR(status.st_mode) ? 0 : FILE_ATTRIBUTE_ARCHIVE;
+}
+
+std::optional<timespec> birthTime(const std::string& path) {
+    struct statx extended {};
+    if (::statx(AT_FDCWD, path.c_str(), 0, STATX_BTIME, &extended) != 0) return std::nullopt;
+    if ((extended.stx_mask & STATX_BTIME) == 0) return std::nullopt;
+    return timespec{extended.stx_btime.tv_sec, extended.stx_btime.tv_nsec};
+}
+
+// What the file system cannot store. A file is known by its device, its inode and, since a new file
+// may get the inode of a deleted one, by the time of its birth.
 class Fallback {
   public:
-    std::optional<DWORD> get(const struct stat& status) {
+    DWORD get(const std::string& path, const struct stat& status) {
+        const auto file = identify(path, status);
         const std::lock_guard lock(mutex_);
-        const auto found = attributes_.find({status.st_dev, status.st_ino});
-        return found == attributes_.end() ? std::nullopt : std::optional(found->second);
+        const auto found = attributes_.find(file);
+        return found == attributes_.end() ? usualAttributes(status) : found->second;
     }
-    void set(const struct stat& status, DWORD attributes) {
+    void set(const std::string& path, const struct stat& status, DWORD attributes) {
+        const auto file = identify(path, status);
         const std::lock_guard lock(mutex_);
-        attributes_[{status.st_dev, status.st_ino}] = attributes;
+        if (attributes == usualAttributes(status)) {
+            attributes_.erase(file);
+        } else {
+            attributes_[file] = attributes;
+        }
     }
 
   private:
+    using Identity = std::tuple<dev_t, ino_t, time_t, long>;
+    static Identity identify(const std::string& path, const struct stat& status) {
+        const timespec birth = birthTime(path).value_or(timespec{});
+        return {status.st_dev, status.st_ino, birth.tv_sec, birth.tv_nsec};
+    }
+
     std::mutex mutex_;
-    std::map<std::pair<dev_t, ino_t>, DWORD> attributes_;
+    std::map<Identity, DWORD> attributes_;
 };
 
 Fallback& fallback() {
@@ -61,21 +85,31 @@ std::optional<DWORD> parseStored(std::string_view text) {
     return result.ec == std::errc() ? std::optional(value & storedAttributes) : std::nullopt;
 }
 
-std::optional<DWORD> stored(const std::string& path, const struct stat& status) {
+// The host keeps no extended attributes of pipes and devices.
+bool canHaveExtended(const struct stat& status) {
+    return S_ISREG(status.st_mode) || S_ISDIR(status.st_mode);
+}
+
+DWORD stored(const std::string& path, const struct stat& status) {
+    if (!canHaveExtended(status)) return fallback().get(path, status);
     std::array<char, 32> text{};
     const auto length = ::getxattr(path.c_str(), attributeName, text.data(), text.size());
-    if (length >= 0) return parseStored({text.data(), static_cast<std::size_t>(length)});
-    return errno == ENOTSUP ? fallback().get(status) : std::nullopt;
+    if (length < 0 && errno == ENOTSUP) return fallback().get(path, status);
+    const auto size = static_cast<std::size_t>(std::max<ssize_t>(length, 0));
+    return parseStored({text.data(), size}).value_or(usualAttributes(status));
 }
 
 DWORD store(const std::string& path, const struct stat& status, DWORD attributes) {
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "0x%x", attributes & storedAttributes);
-    if (::setxattr(path.c_str(), attributeName, text.data(), std::strlen(text.data()), 0) == 0) {
-        return ERROR_SUCCESS;
+    if (canHaveExtended(status)) {
+        std::array<char, 32> text{};
+        const auto length = static_cast<std::size_t>(
+            std::snprintf(text.data(), text.size(), "0x%x", attributes & storedAttributes));
+        if (::setxattr(path.c_str(), attributeName, text.data(), length, 0) == 0) {
+            return ERROR_SUCCESS;
+        }
+        if (errno != ENOTSUP) return codeOfHostError(errno);
     }
-    if (errno != ENOTSUP && errno != EPERM) return codeOfHostError(errno);
-    fallback().set(status, attributes & storedAttributes);
+    fallback().set(path, status, attributes & storedAttributes);
     return ERROR_SUCCESS;
 }
 
@@ -109,8 +143,7 @@ bool isReadOnly(const struct stat& status) {
 DWORD attributesOf(const std::string& path, const struct stat& status) {
     if (isDirectoryLink(path, status)) return directoryLinkAttributes;
     const bool directory = S_ISDIR(status.st_mode);
-    const DWORD usual = directory ? 0 : FILE_ATTRIBUTE_ARCHIVE;
-    DWORD attributes = stored(path, status).value_or(usual);
+    DWORD attributes = stored(path, status);
     if (isReadOnly(status)) attributes |= FILE_ATTRIBUTE_READONLY;
     if (directory) attributes |= FILE_ATTRIBUTE_DIRECTORY;
     return attributes != 0 ? attributes : FILE_ATTRIBUTE_NORMAL;
@@ -122,7 +155,10 @@ DWORD setAttributes(const std::string& path, const struct stat& status, DWORD at
     const mode_t mode = status.st_mode & 07777;
     const mode_t writable = isReadOnly(status) ? writableMode(mode) : mode;
     if (writable != mode && ::chmod(path.c_str(), writable) != 0) return codeOfHostError(errno);
-    if (const DWORD error = store(path, status, attributes)) return error;
+    if (const DWORD error = store(path, status, attributes)) {
+        if (writable != mode) ::chmod(path.c_str(), mode);
+        return error;
+    }
     if ((attributes & FILE_ATTRIBUTE_READONLY) == 0) return ERROR_SUCCESS;
     return ::chmod(path.c_str(), writable & ~writeBits) == 0 ? ERROR_SUCCESS
                                                              : codeOfHostError(errno);

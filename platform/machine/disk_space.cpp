@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <memory>
 
 #include "machine/host_errors.h"
@@ -32,6 +33,12 @@ std::uint64_t sizeOfFilesIn(const std::string& folder) {
     return sum;
 }
 
+// Some file systems that have no limit tell counts whose bytes no number holds.
+std::uint64_t bytesOf(std::uint64_t blocks, std::uint64_t blockSize) {
+    constexpr auto most = static_cast<std::uint64_t>(INT64_MAX);
+    return blocks > most / blockSize ? most : blocks * blockSize;
+}
+
 DiskSpace spaceOfCapacity(const Drive& drive) {
     const auto capacity = *drive.capacity;
     const auto free = capacity - std::min(capacity, sizeOfFilesIn(drive.folder));
@@ -51,9 +58,10 @@ DWORD findDiskSpace(const Path& directory, DiskSpace& space) {
     }
     struct statvfs host {};
     if (::statvfs(found.path.c_str(), &host) != 0) return codeOfHostError(errno);
-    const std::uint64_t block = host.f_frsize;
-    space = {block * host.f_blocks, block * host.f_bfree, block * host.f_bavail,
-             static_cast<std::uint32_t>(block)};
+    const auto block =
+        std::max<std::uint64_t>(host.f_frsize != 0 ? host.f_frsize : host.f_bsize, 1);
+    space = {bytesOf(host.f_blocks, block), bytesOf(host.f_bfree, block),
+             bytesOf(host.f_bavail, block), static_cast<std::uint32_t>(block)};
     return ERROR_SUCCESS;
 }
 
