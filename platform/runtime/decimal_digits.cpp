@@ -6,7 +6,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 
 namespace {
 
@@ -74,24 +73,10 @@ std::size_t writeByHost(char (&text)[decimalRoom], double magnitude, int decimal
 // The host rounds exact ties to even. A tie at p decimals needs a value of at most p + 1 binary
 // digits after the point, and p + 1 decimals show such a value exactly.
 bool isExactTie(double magnitude, int decimals) {
-    if (!(magnitude < wholeFrom) || decimals > 60) return false;
+    constexpr int most = 900;  // the scaled value stays finite
+    if (!(magnitude < wholeFrom) || decimals > most) return false;
     const double scaled = std::ldexp(magnitude, decimals + 1);
     return scaled == std::floor(scaled);
-}
-
-// Adds one to the last digit of the text; a carry out of the first digit makes room for a "1".
-std::size_t roundUp(char* text, std::size_t length) {
-    for (std::size_t i = length; i-- > 0;) {
-        if (text[i] == '.') continue;
-        if (text[i] != '9') {
-            ++text[i];
-            return length;
-        }
-        text[i] = '0';
-    }
-    std::memmove(text + 1, text, length);
-    text[0] = '1';
-    return length + 1;
 }
 
 }  // namespace
@@ -101,8 +86,8 @@ std::size_t writeDecimal(char (&text)[decimalRoom], double magnitude, int decima
         return writeFast(text, magnitude, decimals);
     }
     if (!isExactTie(magnitude, decimals)) return writeByHost(text, magnitude, decimals);
+    // Such a value ends in 25 or 75, so that nothing is carried beyond the digit that is kept.
     const auto length = writeByHost(text, magnitude, decimals + 1);
-    const bool up = text[length - 1] >= '5';
-    const auto kept = length - (decimals == 0 ? 2 : 1);
-    return up ? roundUp(text, kept) : kept;
+    if (text[length - 1] == '5') ++text[length - 2];
+    return length - 1;
 }
