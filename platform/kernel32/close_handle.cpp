@@ -7,10 +7,9 @@
 
 BOOL WINAPI CloseHandle(HANDLE handle) try {
     if (const auto scripted = machine::call("CloseHandle", handle)) return scripted.or_(FALSE);
-    const bool isSearch = machine::isOfKind(handle, machine::ObjectKind::Search);
-    return !isSearch && machine::closeObject(handle)
-               ? TRUE
-               : machine::failWith(ERROR_INVALID_HANDLE, FALSE);
+    const bool isSearch = machine::kindOf(handle) == machine::ObjectKind::Search;
+    if (!isSearch && machine::closeObject(handle)) return TRUE;
+    return machine::failWith(ERROR_INVALID_HANDLE, FALSE);
 } catch (const std::exception&) {
     return machine::outOfMemory(FALSE);
 }

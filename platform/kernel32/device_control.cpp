@@ -1,7 +1,6 @@
 // Control codes of file systems: the setting of mount points.
-#include <unistd.h>
+#include <sys/stat.h>
 
-#include <array>
 #include <cstring>
 #include <optional>
 #include <string>
@@ -66,10 +65,7 @@ std::string directoryPath(int file) {
     struct stat status {};
     if (::fstat(file, &status) != 0) return {};
     if (!S_ISDIR(status.st_mode) && !S_ISLNK(status.st_mode)) return {};
-    std::array<char, 4096> path{};
-    const auto entry = "/proc/self/fd/" + std::to_string(file);
-    const auto length = ::readlink(entry.c_str(), path.data(), path.size());
-    return length <= 0 ? std::string() : std::string(path.data(), static_cast<std::size_t>(length));
+    return machine::presentPath(file);
 }
 
 DWORD setMountPoint(const machine::FileObject& file, const char* bytes, std::size_t size) {

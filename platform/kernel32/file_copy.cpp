@@ -15,6 +15,7 @@
 #include "machine/host_errors.h"
 #include "machine/script.h"
 #include "machine/sharing.h"
+#include "machine/size_limit.h"
 #include "winbase.h"
 #include "winerror.h"
 
@@ -24,22 +25,21 @@ using machine::Descriptor;
 using machine::failWith;
 using machine::HostName;
 
-// A file beside the target that goes away unless it was put in the target's place. Where the file
-// system allows, it has no name until then, so that nothing stays when the process is killed.
+// A file in the target's folder that goes away unless it was put in the target's place. It has no
+// name as long as the host allows that, so that nothing of it stays when the process is killed.
 class TemporaryNeighbour {
   public:
     TemporaryNeighbour(const std::string& target, mode_t mode)
-        : folder_(target.substr(0, target.rfind('/') + 1)) {
-        constexpr int flags = O_RDWR | O_CLOEXEC;
-        file_ = Descriptor(::open(folder_.c_str(), flags | O_TMPFILE, mode));
-        if (file_ || (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL)) return;
-        do {
-            path_ = freshName();
-            file_ = Descriptor(::open(path_.c_str(), flags | O_CREAT | O_EXCL, mode));
-        } while (!file_ && errno == EEXIST);
+        : folder_(target.substr(0, target.rfind('/') + 1)),
+          file_(::open(folder_.c_str(), O_RDWR | O_TMPFILE | O_CLOEXEC, mode)) {
+        if (file_) return;
+        giveName([&] {
+            file_ = Descriptor(::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+            return static_cast<bool>(file_);
+        });
     }
     ~TemporaryNeighbour() {
-        if (file_ && !placed_ && !path_.empty()) ::unlink(path_.c_str());
+        if (!path_.empty()) ::unlink(path_.c_str());
     }
     TemporaryNeighbour(const TemporaryNeighbour&) = delete;
     TemporaryNeighbour& operator=(const TemporaryNeighbour&) = delete;
@@ -49,41 +49,44 @@ class TemporaryNeighbour {
 
     // In one step; without `replace`, an existing target makes it fail with EEXIST.
     bool place(const std::string& target, bool replace) {
-        if (path_.empty() && !replace) return nameFile(target);
-        if (path_.empty() && !takeName()) return false;
-        const unsigned flags = replace ? 0 : RENAME_NOREPLACE;
-        placed_ = ::renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, target.c_str(), flags) == 0;
-        if (!placed_ && !replace && errno == EINVAL && ::link(path_.c_str(), target.c_str()) == 0) {
-            ::unlink(path_.c_str());
-            placed_ = true;
+        if (path_.empty()) {
+            if (linkTo(target)) return true;
+            if (!replace || errno != EEXIST) return false;
+            if (!giveName([&] { return linkTo(path_); })) return false;
         }
-        return placed_;
+        if (!renameTo(target, replace)) return false;
+        path_.clear();
+        return true;
     }
 
   private:
-    std::string freshName() const {
+    // Finds a name beside the target that `make` can give to the file.
+    template <class Make>
+    bool giveName(Make make) {
         static std::atomic<unsigned> counter{0};
-        return folder_ + ".jw32-" + std::to_string(::getpid()) + "-" +
-               std::to_string(counter.fetch_add(1)) + ".tmp";
+        do {
+            path_ = folder_ + ".jw32-" + std::to_string(::getpid()) + "-" +
+                    std::to_string(counter.fetch_add(1)) + ".tmp";
+            if (make()) return true;
+        } while (errno == EEXIST);
+        path_.clear();
+        return false;
     }
-    bool nameFile(const std::string& name) const {
-        const auto link = "/proc/self/fd/" + std::to_string(file_.get());
-        return ::linkat(AT_FDCWD, link.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
+    bool linkTo(const std::string& name) const {
+        const auto open = "/proc/self/fd/" + std::to_string(file_.get());
+        return ::linkat(AT_FDCWD, open.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
     }
-    bool takeName() {
-        for (;;) {
-            const auto name = freshName();
-            if (nameFile(name)) {
-                path_ = name;
-                return true;
-            }
-            if (errno != EEXIST) return false;
-        }
+    bool renameTo(const std::string& target, bool replace) const {
+        const unsigned flags = replace ? 0 : RENAME_NOREPLACE;
+        if (::renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, target.c_str(), flags) == 0) return true;
+        if (replace || errno != EINVAL || ::link(path_.c_str(), target.c_str()) != 0) return false;
+        ::unlink(path_.c_str());  // a file system without the flag
+        return true;
     }
 
-    std::string folder_, path_;  // path_ is empty while the file has no name
+    const std::string folder_;
     Descriptor file_;
-    bool placed_ = false;
+    std::string path_;  // of a file that has a name of its own
 };
 
 // Somebody may have made the name in another case while the content was copied.
@@ -143,11 +146,19 @@ bool copyProperties(int from, int to, const struct stat& status) {
     return ::futimens(to, times) == 0 && ::fchmod(to, status.st_mode & 0777) == 0;
 }
 
+// Only a file can be copied, since a pipe or a device of the host may have no end. A link to nothing
+// is not found.
+DWORD objectionToSource(const HostName& name) {
+    if (S_ISLNK(name.status.st_mode)) return ERROR_FILE_NOT_FOUND;
+    return S_ISREG(name.status.st_mode) ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
+}
+
 // Why the target may not be replaced; 0: it may.
 DWORD objectionOf(const HostName& from, const HostName& to, bool failIfExists) {
     if (!to.exists()) return to.canBeMade() ? ERROR_SUCCESS : to.error;
     if (failIfExists) return ERROR_FILE_EXISTS;
-    if (to.isDirectory()) return ERROR_ACCESS_DENIED;
+    if (S_ISLNK(to.status.st_mode)) return ERROR_FILE_NOT_FOUND;
+    if (!S_ISREG(to.status.st_mode) && !S_ISFIFO(to.status.st_mode)) return ERROR_ACCESS_DENIED;
     const bool same =
         from.status.st_dev == to.status.st_dev && from.status.st_ino == to.status.st_ino;
     if (same) return ERROR_SHARING_VIOLATION;
@@ -155,22 +166,21 @@ DWORD objectionOf(const HostName& from, const HostName& to, bool failIfExists) {
         FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
     const bool guards = (machine::attributesOf(to.path, to.status) & guarded) != 0;
     if (guards) return ERROR_ACCESS_DENIED;
-    const Descriptor file(::open(to.path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    const bool shared =
-        !file || machine::couldShare(file.get(), machine::sharingOf(GENERIC_WRITE, 0));
-    return shared ? ERROR_SUCCESS : ERROR_SHARING_VIOLATION;
+    return objectionOfHandles(to, machine::sharingOf(GENERIC_WRITE, 0));
 }
 
 }  // namespace
 
 DWORD copyHostFile(const HostName& from, const std::string& to, bool replace) {
     constexpr mode_t whileCopying = 0600;
-    const Descriptor source(::open(from.path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    struct stat status {};
-    if (!source || ::fstat(source.get(), &status) != 0) return machine::codeOfHostError(errno);
-    if (!S_ISREG(status.st_mode)) return ERROR_ACCESS_DENIED;  // a pipe or a device has no end
+    if (const DWORD code = objectionToSource(from)) return code;
+    const Descriptor source(
+        ::open(from.path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (!source) return machine::codeOfHostError(errno);
     const auto reading = machine::sharingOf(GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
-    if (!machine::share(source.get(), reading)) return ERROR_SHARING_VIOLATION;
+    const auto locks = machine::share(source.get(), reading);
+    if (!locks) return ERROR_SHARING_VIOLATION;
+    machine::answerSizeLimit();
     TemporaryNeighbour copy(to, whileCopying);
     const bool done = copy && copyContent(source.get(), copy.file()) &&
                       copyProperties(source.get(), copy.file(), from.status) &&
@@ -189,7 +199,7 @@ BOOL WINAPI CopyFileW(LPCWSTR from, LPCWSTR to, BOOL failIfExists) try {
     if (target.isRoot()) return failWith(ERROR_ACCESS_DENIED, FALSE);
     const auto sourceName = machine::findOnHost(source), targetName = machine::findOnHost(target);
     if (!sourceName.exists()) return failWith(sourceName.error, FALSE);
-    if (sourceName.isDirectory()) return failWith(ERROR_ACCESS_DENIED, FALSE);
+    if (const DWORD code = objectionToSource(sourceName)) return failWith(code, FALSE);
     if (target.trailingSeparator && targetName.canBeMade())
         return failWith(ERROR_INVALID_NAME, FALSE);
     if (const DWORD code = objectionOf(sourceName, targetName, failIfExists != FALSE)) {

@@ -20,21 +20,36 @@ DWORD deleteFile(const machine::HostName& found) {
     if (!found.exists()) return found.error;
     if (found.isDirectory() || machine::isReadOnly(found.status)) return ERROR_ACCESS_DENIED;
     if (machine::isDirectoryLink(found.path, found.status)) return ERROR_ACCESS_DENIED;
-    if (const DWORD code = objectionToMove(found.path)) return code;
+    if (const DWORD code = objectionToMoving(found)) return code;
     return ::unlink(found.path.c_str()) == 0 ? ERROR_SUCCESS : machine::codeOfHostError(errno);
+}
+
+// Opened just to ask who has the file open, for which either kind of access does.
+machine::Descriptor openToAsk(const std::string& path) {
+    constexpr int common = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+    machine::Descriptor file(::open(path.c_str(), O_RDONLY | common));
+    if (!file && errno == EACCES) {
+        file = machine::Descriptor(::open(path.c_str(), O_WRONLY | common));
+    }
+    return file;
 }
 
 }  // namespace
 
-DWORD objectionToMove(const std::string& hostPath) {
-    const machine::Descriptor file(::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (!file && (errno == EMFILE || errno == ENFILE || errno == ENOMEM)) {
-        return machine::codeOfHostError(errno);
+DWORD objectionOfHandles(const machine::HostName& name, const machine::Sharing& sharing) {
+    if (!S_ISREG(name.status.st_mode)) return ERROR_SUCCESS;
+    const auto file = openToAsk(name.path);
+    if (file) {
+        const bool could = machine::couldShare(file.get(), sharing);
+        return could ? ERROR_SUCCESS : ERROR_SHARING_VIOLATION;
     }
-    if (!file) return ERROR_SUCCESS;  // a file that cannot be asked is the host's to decide
+    const bool lacksRoom = errno == EMFILE || errno == ENFILE || errno == ENOMEM;
+    return lacksRoom ? machine::codeOfHostError(errno) : ERROR_SUCCESS;  // else the host decides
+}
+
+DWORD objectionToMoving(const machine::HostName& name) {
     constexpr DWORD all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const bool shared = machine::couldShare(file.get(), machine::sharingOf(DELETE, all));
-    return shared ? ERROR_SUCCESS : ERROR_SHARING_VIOLATION;
+    return objectionOfHandles(name, machine::sharingOf(DELETE, all));
 }
 
 BOOL WINAPI DeleteFileW(LPCWSTR name) try {

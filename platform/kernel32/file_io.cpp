@@ -9,6 +9,7 @@
 #include "machine/file_object.h"
 #include "machine/host_errors.h"
 #include "machine/script.h"
+#include "machine/size_limit.h"
 #include "winerror.h"
 
 namespace {
@@ -17,11 +18,12 @@ using machine::failWith;
 using machine::FileObject;
 using machine::Pinned;
 
-// The result is 0 or the error's code; an error after the first bytes shows at the next call.
+// Reads up to `count` bytes. The result is 0 or the error's code; an error after the first bytes
+// shows at the next call.
 DWORD readBytes(int file, char* target, DWORD count, DWORD& moved) {
     DWORD done = 0;
     while (done < count) {
-        const ssize_t result = ::read(file, target + done, count - done);
+        const auto result = ::read(file, target + done, count - done);
         if (result < 0 && errno == EINTR) continue;
         if (result < 0 && done == 0) return machine::codeOfHostError(errno);
         if (result <= 0) break;
@@ -34,12 +36,13 @@ DWORD readBytes(int file, char* target, DWORD count, DWORD& moved) {
 // Writes all or fails, as files on a disk do. The position is then where it was; bytes that had room
 // may remain in the file. A pipe has no position, and what it took is reported.
 DWORD writeBytes(int file, const char* source, DWORD count, DWORD& moved) {
+    machine::answerSizeLimit();
     DWORD done = 0;
     while (done < count) {
         const ssize_t result = ::write(file, source + done, count - done);
         if (result < 0 && errno == EINTR) continue;
-        if (result < 0) {
-            const DWORD code = machine::codeOfHostError(errno);
+        if (result <= 0) {
+            const DWORD code = result < 0 ? machine::codeOfHostError(errno) : ERROR_DISK_FULL;
             if (done == 0 || ::lseek(file, -off_t{done}, SEEK_CUR) >= 0) return code;
             break;
         }
@@ -123,6 +126,7 @@ BOOL WINAPI SetEndOfFile(HANDLE handle) try {
     const Pinned<FileObject> file(handle);
     if (!file) return failWith(ERROR_INVALID_HANDLE, FALSE);
     if (!file->canWrite) return failWith(ERROR_ACCESS_DENIED, FALSE);
+    machine::answerSizeLimit();
     const auto position = ::lseek(file->descriptor.get(), 0, SEEK_CUR);
     if (position >= 0 && ::ftruncate(file->descriptor.get(), position) == 0) return TRUE;
     return failWith(machine::codeOfHostError(errno), FALSE);

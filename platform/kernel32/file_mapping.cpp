@@ -3,17 +3,20 @@
 #include <sys/mman.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <memory>
 #include <optional>
 #include <utility>
 
 #include "handleapi.h"
+#include "machine/allocation.h"
 #include "machine/ansi.h"
 #include "machine/host_errors.h"
 #include "machine/mapping_object.h"
 #include "machine/named_blocks.h"
 #include "machine/script.h"
+#include "machine/size_limit.h"
 #include "winbase.h"
 #include "winerror.h"
 #include "winnt.h"
@@ -42,15 +45,18 @@ HANDLE insert(machine::NamedBlock block) {
     return insert(std::make_unique<machine::NamedMappingObject>(std::move(block)), outcome);
 }
 
-// Gives the file its new length with room on the disk for all of it: a page without room would end
-// the process that writes to it. On failure the file has its former length.
-DWORD grow(int file, off_t present, off_t size) {
-    int error = 0;
-    do error = ::posix_fallocate(file, present, size - present);
-    while (error == EINTR);
-    if (error == 0) return ERROR_SUCCESS;
-    const bool restored = ::ftruncate(file, present) == 0;
-    return machine::codeOfHostError(restored ? error : errno);
+// Room for all that a view may write. After a failure the file is as long as before.
+DWORD makeRoom(int file, const struct stat& status, std::uint64_t size) {
+    constexpr std::uint64_t blockSize = 512;  // the unit of st_blocks
+    const auto present = static_cast<std::uint64_t>(status.st_size);
+    const auto kept = std::min(size, present);
+    const bool hasHoles = static_cast<std::uint64_t>(status.st_blocks) * blockSize < kept;
+    int error = hasHoles ? machine::fillHoles(file, kept) : 0;
+    if (error == 0 && size > present) {
+        error = machine::setAside(file, present, size);
+        if (error != 0 && ::ftruncate(file, status.st_size) != 0) error = errno;
+    }
+    return error == 0 ? DWORD{ERROR_SUCCESS} : machine::codeOfHostError(error);
 }
 
 // What a mapping of the file would hold. 0 for `wanted`: what the file holds. Gives the error's
@@ -62,9 +68,8 @@ DWORD settleSize(int file, bool writes, std::uint64_t wanted, std::uint64_t& siz
     const auto present = static_cast<std::uint64_t>(status.st_size);
     size = wanted != 0 ? wanted : present;
     if (size == 0) return ERROR_FILE_INVALID;
-    if (size <= present) return ERROR_SUCCESS;
-    if (!writes) return ERROR_NOT_ENOUGH_MEMORY;
-    return grow(file, status.st_size, static_cast<off_t>(size));
+    if (writes) return makeRoom(file, status, size);
+    return size <= present ? ERROR_SUCCESS : ERROR_NOT_ENOUGH_MEMORY;
 }
 
 HANDLE mapFile(HANDLE handle, bool writes, std::uint64_t wanted) {
@@ -77,13 +82,15 @@ HANDLE mapFile(HANDLE handle, bool writes, std::uint64_t wanted) {
     }
     Descriptor own(::fcntl(file->descriptor.get(), F_DUPFD_CLOEXEC, 0));
     if (!own) return refuse(machine::codeOfHostError(errno));
+    file->isMapped = true;
     return insert(std::make_unique<MappingObject>(std::move(own), size, writes), ERROR_SUCCESS);
 }
 
 HANDLE mapMemory(bool writes, std::uint64_t size) {
+    machine::answerSizeLimit();
     Descriptor memory(::memfd_create("jw32", MFD_CLOEXEC));
     if (!memory || ::ftruncate(memory.get(), static_cast<off_t>(size)) != 0) {
-        return refuse(machine::codeOfHostError(errno));
+        return refuse(errno == EFBIG ? ERROR_COMMITMENT_LIMIT : machine::codeOfHostError(errno));
     }
     return insert(std::make_unique<MappingObject>(std::move(memory), size, writes), ERROR_SUCCESS);
 }

@@ -57,8 +57,7 @@ DWORD move(const machine::Path& source, const machine::Path& target) {
     if (!same && !to.canBeMade()) {
         return to.error;
     }
-    const DWORD objection = from.isDirectory() ? 0 : objectionToMove(from.path);
-    if (objection != 0) return objection;
+    if (const DWORD code = objectionToMoving(from)) return code;
     const auto folder = to.path.substr(0, to.path.rfind('/') + 1);
     const auto name = folder + machine::toUtf8(target.components.back());
     const DWORD code = renameHost(from, name, same);

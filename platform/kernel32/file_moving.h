@@ -4,10 +4,15 @@
 #include <string>
 
 #include "machine/lookup.h"
+#include "machine/sharing.h"
 #include "windef.h"
 
-// Why the file may not be moved or deleted; 0: every open handle of it shares its deletion.
-DWORD objectionToMove(const std::string& hostPath);
+// Why the open handles of a file do not let it be used so; 0: they do. Where a lack of descriptors
+// or memory keeps them from being asked, that is the answer.
+DWORD objectionOfHandles(const machine::HostName& name, const machine::Sharing& sharing);
+
+// The same for deleting and moving.
+DWORD objectionToMoving(const machine::HostName& name);
 
 // A copy of the file's content, times, permissions and stored attributes, made beside the target
 // and put in its place in one step, so that a failure leaves the old target. With `replace` false,

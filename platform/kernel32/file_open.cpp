@@ -23,6 +23,7 @@ using machine::Descriptor;
 using machine::failWith;
 using machine::HostName;
 using machine::isDirectoryLink;
+using machine::SharingLocks;
 
 // What a call of CreateFileW asks for.
 struct Request {
@@ -46,12 +47,13 @@ HANDLE refuse(DWORD code) {
 }
 
 // A write-only handle gets a descriptor that can read as well, since its share of the file is told
-// by read locks; the handle itself knows what it may do.
+// by read locks; the handle itself knows what it may do. No pipe or terminal of the host holds the
+// open up.
 Descriptor openDescriptor(const std::string& path, bool write, int flags) {
     constexpr mode_t newFileMode = 0666, ownFileMode = 0600;
     const bool isOwn = (flags & O_CREAT) != 0 && machine::isTemporaryName(path);
     const mode_t mode = isOwn ? ownFileMode : newFileMode;
-    const int common = O_CLOEXEC | O_NONBLOCK | flags;  // opening a pipe waits for nobody
+    const int common = O_CLOEXEC | O_NONBLOCK | O_NOCTTY | flags;
     Descriptor file(::open(path.c_str(), common | (write ? O_RDWR : O_RDONLY), mode));
     if (!file && write && errno == EACCES) {
         file = Descriptor(::open(path.c_str(), common | O_WRONLY, mode));
@@ -59,20 +61,27 @@ Descriptor openDescriptor(const std::string& path, bool write, int flags) {
     return file;
 }
 
-// From here on, reading and writing a pipe wait for its other end.
-void waitForBytes(int pipe) {
-    const int flags = ::fcntl(pipe, F_GETFL);
-    if (flags >= 0) ::fcntl(pipe, F_SETFL, flags & ~O_NONBLOCK);
-}
-
-HANDLE makeHandle(Descriptor file, const Request& request) {
-    auto object = std::make_unique<machine::FileObject>(std::move(file), request.sharing.uses.read,
-                                                        request.wantsWrite());
-    object->removedOnClose = (request.flags & FILE_FLAG_DELETE_ON_CLOSE) != 0;
+// An empty path: what is open never ends with its handle.
+HANDLE makeHandle(Descriptor file, SharingLocks locks, const Request& request,
+                  const std::string& path) {
+    auto object = std::make_unique<machine::FileObject>(
+        std::move(file), std::move(locks), request.sharing.uses.read, request.wantsWrite());
+    if ((request.flags & FILE_FLAG_DELETE_ON_CLOSE) != 0) object->removeOnClose(path);
     const HANDLE handle = machine::insertObject(std::move(object));
     if (handle == nullptr) return refuse(ERROR_TOO_MANY_OPEN_FILES);
     SetLastError(ERROR_SUCCESS);
     return handle;
+}
+
+// Reading and writing wait for what is no file.
+bool makeWaiting(int file) {
+    const int flags = ::fcntl(file, F_GETFL);
+    return flags >= 0 && ::fcntl(file, F_SETFL, flags & ~O_NONBLOCK) == 0;
+}
+
+// Empties a file; pipes and devices have nothing to lose.
+bool empty(int file, const struct stat& status) {
+    return !S_ISREG(status.st_mode) || ::ftruncate(file, 0) == 0;
 }
 
 // Why an existing file cannot be had in the way that is asked for; 0: it can.
@@ -83,6 +92,7 @@ DWORD objection(const Request& request, const std::string& path, const struct st
         return suits ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
     }
     if (request.disposition == CREATE_NEW) return ERROR_FILE_EXISTS;
+    if (S_ISSOCK(status.st_mode) || S_ISBLK(status.st_mode)) return ERROR_ACCESS_DENIED;
     const bool changes = request.wantsWrite() || request.replaces();
     if (changes && machine::isReadOnly(status)) return ERROR_ACCESS_DENIED;
     if (request.disposition == CREATE_ALWAYS) {
@@ -98,21 +108,25 @@ HANDLE finishExisting(Descriptor file, const Request& request, const std::string
     struct stat status {};
     if (::fstat(file.get(), &status) != 0) return refuse(machine::codeOfHostError(errno));
     if (const DWORD code = objection(request, path, status)) return refuse(code);
-    if (S_ISFIFO(status.st_mode)) waitForBytes(file.get());
-    if (!machine::share(file.get(), request.sharing)) return refuse(ERROR_SHARING_VIOLATION);
-    if (request.replaces() && ::ftruncate(file.get(), 0) != 0) {
+    const bool isPlain = S_ISREG(status.st_mode) || S_ISDIR(status.st_mode);
+    if (!isPlain && !makeWaiting(file.get())) return refuse(machine::codeOfHostError(errno));
+    auto locks = machine::share(file.get(), request.sharing);
+    if (!locks) return refuse(ERROR_SHARING_VIOLATION);
+    if (request.replaces() && !empty(file.get(), status)) {
         return refuse(machine::codeOfHostError(errno));
     }
-    if (request.disposition == CREATE_ALWAYS) {
+    if (request.disposition == CREATE_ALWAYS && S_ISREG(status.st_mode)) {
         const DWORD wanted = request.flags & machine::settableAttributes;
         if (wanted != 0) machine::setAttributes(path, status, wanted | FILE_ATTRIBUTE_ARCHIVE);
     }
-    const HANDLE handle = makeHandle(std::move(file), request);
+    const HANDLE handle = makeHandle(std::move(file), std::move(*locks), request, path);
     if (handle != INVALID_HANDLE_VALUE && request.creates()) SetLastError(ERROR_ALREADY_EXISTS);
     return handle;
 }
 
 HANDLE openExisting(const Request& request, const HostName& name) {
+    // A link to nothing is not found, and nothing is made where it leads.
+    if (S_ISLNK(name.status.st_mode)) return refuse(ERROR_FILE_NOT_FOUND);
     // Attributes are looked at before the open too: a read-only file refuses writers even where the
     // host would let them in, and a directory cannot be opened for writing.
     if (const DWORD code = objection(request, name.path, name.status)) return refuse(code);
@@ -131,13 +145,14 @@ HANDLE createFile(const Request& request, const HostName& name) {
         errno = EEXIST;
     }
     if (!file) return refuse(machine::codeOfHostError(errno));
-    if (!machine::share(file.get(), request.sharing)) return refuse(ERROR_SHARING_VIOLATION);
+    auto locks = machine::share(file.get(), request.sharing);
+    if (!locks) return refuse(ERROR_SHARING_VIOLATION);  // somebody was faster with the new file
     const DWORD wanted = request.flags & machine::settableAttributes & ~FILE_ATTRIBUTE_ARCHIVE;
     struct stat status {};
     if (wanted != 0 && ::fstat(file.get(), &status) == 0) {
         machine::setAttributes(name.path, status, wanted | FILE_ATTRIBUTE_ARCHIVE);
     }
-    return makeHandle(std::move(file), request);
+    return makeHandle(std::move(file), std::move(*locks), request, name.path);
 }
 
 // The link itself: what is asked of the handle is not asked of the target.
@@ -145,11 +160,14 @@ HANDLE openLink(const Request& request, const HostName& name) {
     if (request.disposition == CREATE_NEW) return refuse(ERROR_FILE_EXISTS);
     if (!request.wantsDirectory() || request.replaces()) return refuse(ERROR_ACCESS_DENIED);
     Descriptor link(::open(name.path.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
-    return link ? makeHandle(std::move(link), request) : refuse(machine::codeOfHostError(errno));
+    return link ? makeHandle(std::move(link), SharingLocks(), request, name.path)
+                : refuse(machine::codeOfHostError(errno));
 }
 
 HANDLE openNullDevice(const Request& request) {
-    const HANDLE handle = makeHandle(openDescriptor("/dev/null", true, 0), request);
+    auto device = openDescriptor("/dev/null", true, 0);
+    if (!device) return refuse(machine::codeOfHostError(errno));
+    const HANDLE handle = makeHandle(std::move(device), SharingLocks(), request, {});
     const bool opened = handle != INVALID_HANDLE_VALUE;
     if (opened && request.disposition == OPEN_ALWAYS) SetLastError(ERROR_ALREADY_EXISTS);
     return handle;
@@ -174,7 +192,6 @@ HANDLE openPath(const Request& request, const machine::Path& path) {
     if (name.exists() && request.wantsLink() && isDirectoryLink(name.path, name.status)) {
         return openLink(request, name);
     }
-    if (name.exists() && S_ISLNK(name.status.st_mode)) return refuse(ERROR_FILE_NOT_FOUND);
     if (name.exists()) return openExisting(request, name);
     if (!request.creates() || !name.canBeMade()) return refuse(name.error);
     return path.trailingSeparator ? refuse(ERROR_INVALID_NAME) : createFile(request, name);

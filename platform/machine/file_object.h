@@ -3,6 +3,8 @@
 
 #include <unistd.h>
 
+#include <atomic>
+#include <string>
 #include <utility>
 
 #include "machine/handles.h"
@@ -29,31 +31,34 @@ class Descriptor {
     int value_;
 };
 
-// Removes an open file under the name that it has at the moment; a file that took its former name
-// stays.
-void removeOpenFile(int file);
+// The path that leads to an open file at this moment; empty: the host does not tell.
+std::string presentPath(int file);
 
 struct FileObject : KernelObject {
     static constexpr ObjectKind objectKind = ObjectKind::File;
 
-    FileObject(Descriptor file, bool mayRead, bool mayWrite)
+    FileObject(Descriptor file, SharingLocks ownLocks, bool mayRead, bool mayWrite)
         : KernelObject(objectKind),
           descriptor(std::move(file)),
+          locks(std::move(ownLocks)),
           canRead(mayRead),
           canWrite(mayWrite) {}
-    // What the handle denies to others ends with it, even where mappings or a forked child keep the
-    // same open of the host. A child that closes its copy of the handle changes nothing for the
-    // process that opened it.
-    ~FileObject() override {
-        if (::getpid() != opener) return;
-        unshare(descriptor.get());
-        if (removedOnClose) removeOpenFile(descriptor.get());
-    }
+    ~FileObject() override;
+
+    // The file ends with this handle, under whatever name it has then. What a fork has copied is no
+    // handle: a child that ends it leaves the file to its parent.
+    void removeOnClose(const std::string& path);
 
     const Descriptor descriptor;
+    const SharingLocks locks;  // end before the descriptor
     const bool canRead, canWrite;
-    const pid_t opener = ::getpid();
-    bool removedOnClose = false;  // the file ends with its handle
+    // Whether mappings of the file use the same open of the host: they outlive the handle, and what
+    // the handle denies to others ends with it.
+    std::atomic<bool> isMapped{false};
+
+  private:
+    std::string pathToRemove_;  // the name at the opening; empty: the file stays
+    pid_t process_ = 0;         // whose handle it is
 };
 
 }  // namespace machine

@@ -110,12 +110,12 @@ bool closeObject(HANDLE handle) {
     return true;
 }
 
-bool isOfKind(HANDLE handle, ObjectKind kind) {
-    const KernelObject* const object = detail::pinObject(handle);
-    if (object == nullptr) return false;
-    const bool result = object->kind() == kind;
+std::optional<ObjectKind> kindOf(HANDLE handle) {
+    const auto* const object = detail::pinObject(handle);
+    if (object == nullptr) return std::nullopt;
+    const auto kind = object->kind();
     detail::unpinObject(handle);
-    return result;
+    return kind;
 }
 
 void closeAllObjects() {

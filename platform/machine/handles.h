@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "windef.h"
 
@@ -30,8 +31,8 @@ HANDLE insertObject(std::unique_ptr<KernelObject> object);
 // False: the handle is not open. An object in use ends when its last user lets go.
 bool closeObject(HANDLE handle);
 
-// Whether the handle is open and names an object of the kind.
-bool isOfKind(HANDLE handle, ObjectKind kind);
+// What an open handle stands for.
+std::optional<ObjectKind> kindOf(HANDLE handle);
 
 void closeAllObjects();
 

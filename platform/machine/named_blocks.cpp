@@ -7,12 +7,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <memory>
 #include <mutex>
 
+#include "machine/allocation.h"
 #include "machine/block_folder.h"
 #include "machine/host_errors.h"
 #include "machine/text.h"
@@ -152,20 +152,6 @@ void clearAbandoned(const std::string& folder) {
     }
 }
 
-// Sets memory aside in pieces, since a signal undoes a whole call. Gives the host's error, or 0.
-int setAside(int file, std::uint64_t size) {
-    constexpr std::uint64_t piece = 1 << 20;
-    for (std::uint64_t done = 0; done < size;) {
-        const auto length = std::min(piece, size - done);
-        const int error =
-            ::posix_fallocate(file, static_cast<off_t>(done), static_cast<off_t>(length));
-        if (error == EINTR) continue;
-        if (error != 0) return error;
-        done += length;
-    }
-    return 0;
-}
-
 // Under the folder's lock: joins the block at the place, and clears away what no process holds.
 void join(NamedBlock& block) {
     Descriptor file(::open(block.path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW));
@@ -195,7 +181,7 @@ void make(NamedBlock& block, std::uint64_t size) {
         block.error = codeOfHostError(errno);
         return;
     }
-    if (setAside(file.get(), size) != 0 || !setLock(file.get(), F_RDLCK)) {
+    if (setAside(file.get(), 0, size) != 0 || !setLock(file.get(), F_RDLCK)) {
         ::unlink(block.path.c_str());
         block.error = ERROR_COMMITMENT_LIMIT;
         return;

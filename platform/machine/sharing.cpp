@@ -4,20 +4,23 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <random>
 #include <thread>
 
 #include "fileapi.h"
+#include "machine/process.h"
 
 namespace machine {
 
 namespace {
 
 // One byte per right, in an order that makes the usual combinations contiguous.
-constexpr off_t firstByte = off_t{1} << 61;
 enum Byte { UsesWrite, UsesRead, DeniesDelete, DeniesWrite, DeniesRead, UsesDelete, ByteCount };
+
+constexpr off_t intended = off_t{1} << 61, settled = intended + 8;  // where the rows begin
 
 using Bytes = std::array<bool, ByteCount>;
 
@@ -45,33 +48,68 @@ bool forEachRun(const Bytes& bytes, Action action) {
     return true;
 }
 
-struct flock lockOf(short type, int first, int count) {
+struct flock lockOf(short type, off_t first, off_t count) {
     struct flock lock {};
     lock.l_type = type;
     lock.l_whence = SEEK_SET;
-    lock.l_start = firstByte + first;
+    lock.l_start = first;
     lock.l_len = count;
     return lock;
 }
 
-bool place(int file, const Bytes& bytes) {
+bool place(int file, off_t row, const Bytes& bytes) {
     return forEachRun(bytes, [&](int first, int count) {
-        auto lock = lockOf(F_RDLCK, first, count);
+        auto lock = lockOf(F_RDLCK, row + first, count);
         return ::fcntl(file, F_OFD_SETLK, &lock) == 0;
     });
 }
 
-bool isFree(int file, const Bytes& bytes) {
-    return forEachRun(bytes, [&](int first, int count) {
-        auto lock = lockOf(F_WRLCK, first, count);
-        return ::fcntl(file, F_OFD_GETLK, &lock) != 0 || lock.l_type == F_UNLCK;
-    });
+void withdraw(int file) {
+    auto lock = lockOf(F_UNLCK, intended, settled + ByteCount - intended);
+    ::fcntl(file, F_OFD_SETLK, &lock);
 }
 
-void waitShortly() {
-    thread_local std::minstd_rand random(std::random_device{}());
-    std::this_thread::sleep_for(std::chrono::microseconds(20 + random() % 80));
+bool areFree(int file, off_t first, off_t count) {
+    auto lock = lockOf(F_WRLCK, first, count);
+    return ::fcntl(file, F_OFD_GETLK, &lock) != 0 || lock.l_type == F_UNLCK;
 }
+
+bool isFree(int file, off_t row, const Bytes& bytes) {
+    return forEachRun(bytes,
+                      [&](int first, int count) { return areFree(file, row + first, count); });
+}
+
+bool isAlone(int file) {
+    return areFree(file, intended, settled + ByteCount - intended);
+}
+
+enum class Answer { Granted, Refused, Disputed };
+
+// What the others say to an intention that is placed. Intentions are looked at first: one that is
+// settled in between is found among the settled ones.
+Answer answerOf(int file, const Bytes& others) {
+    if (isAlone(file)) return Answer::Granted;
+    const bool disputed = !isFree(file, intended, others);
+    if (!isFree(file, settled, others)) return Answer::Refused;
+    return disputed ? Answer::Disputed : Answer::Granted;
+}
+
+// Waits for a moment of chance, which grows from one time to the next. False: long enough.
+class Patience {
+  public:
+    bool wait() {
+        if (Clock::now() > end_) return false;
+        thread_local std::minstd_rand random(std::random_device{}());
+        std::this_thread::sleep_for(std::chrono::microseconds(random() % longest_));
+        longest_ = std::min(2 * longest_, 4000U);
+        return true;
+    }
+
+  private:
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point end_ = Clock::now() + std::chrono::seconds(2);
+    unsigned longest_ = 50;  // microseconds
+};
 
 }  // namespace
 
@@ -90,28 +128,36 @@ Sharing sharingOf(DWORD access, DWORD share) {
     return sharing;
 }
 
-// The locks are placed first and looked around for others second, so that of two racing openers at
-// least one sees the other. Both may: then each withdraws and tries again after a moment of chance.
-// So does who meets the locks of a third opener that is about to withdraw.
-bool share(int file, const Sharing& sharing) {
-    constexpr int attempts = 10;
-    const auto mine = placedBy(sharing), others = refusedBy(sharing);
-    for (int attempt = 0; attempt < attempts; ++attempt) {
-        if (attempt > 0) waitShortly();
-        if (!place(file, mine)) return true;
-        if (isFree(file, others)) return true;
-        unshare(file);
-    }
-    return false;
+SharingLocks::SharingLocks(int file) : file_(file), process_(ownProcess()), forks_(forkCount()) {}
+
+SharingLocks::~SharingLocks() {
+    if (mayBeCopied(forks_)) release();
 }
 
-void unshare(int file) {
-    auto lock = lockOf(F_UNLCK, 0, ByteCount);
-    ::fcntl(file, F_OFD_SETLK, &lock);
+void SharingLocks::release() const {
+    if (file_ >= 0 && process_ == ownProcess()) withdraw(file_);
+}
+
+std::optional<SharingLocks> share(int file, const Sharing& sharing) {
+    const auto mine = placedBy(sharing), others = refusedBy(sharing);
+    if (mine == Bytes{}) return SharingLocks();
+    std::optional<Patience> patience;
+    for (;;) {
+        if (!place(file, intended, mine)) return SharingLocks(file);
+        const auto answer = answerOf(file, others);
+        if (answer == Answer::Granted) {
+            place(file, settled, mine);
+            return SharingLocks(file);
+        }
+        withdraw(file);
+        if (answer == Answer::Refused) return std::nullopt;
+        if (!patience) patience.emplace();
+        if (!patience->wait()) return std::nullopt;
+    }
 }
 
 bool couldShare(int file, const Sharing& sharing) {
-    return isFree(file, refusedBy(sharing));
+    return isAlone(file) || isFree(file, settled, refusedBy(sharing));
 }
 
 }  // namespace machine
