@@ -182,13 +182,18 @@ HANDLE openAsItStands(const Request& request, const machine::Path& path) {
     return file ? finishExisting(std::move(file), request, name) : nullptr;
 }
 
+HostName findName(const Request& request, const machine::Path& path, machine::NameLock& lock) {
+    if (!request.creates()) return machine::findOnHost(path);
+    const bool isNew = request.disposition == CREATE_NEW && !path.isRoot();
+    return isNew ? machine::findNewName(path, lock) : machine::findToMake(path, lock);
+}
+
 HANDLE openPath(const Request& request, const machine::Path& path) {
     if (path.kind == machine::Path::Kind::Invalid) return refuse(path.error);
     if (path.kind == machine::Path::Kind::NullDevice) return openNullDevice(request);
     if (const HANDLE handle = openAsItStands(request, path)) return handle;
     machine::NameLock lock;
-    const auto name =
-        request.creates() ? machine::findToMake(path, lock) : machine::findOnHost(path);
+    const auto name = findName(request, path, lock);
     if (name.exists() && request.wantsLink() && isDirectoryLink(name.path, name.status)) {
         return openLink(request, name);
     }
