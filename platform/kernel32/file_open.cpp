@@ -84,6 +84,13 @@ bool empty(int file, const struct stat& status) {
     return !S_ISREG(status.st_mode) || ::ftruncate(file, 0) == 0;
 }
 
+// Whether the path still leads to the file. Another process may have moved it after the open.
+bool leadsTo(const std::string& path, const struct stat& status) {
+    struct stat named {};
+    return ::stat(path.c_str(), &named) == 0 && named.st_dev == status.st_dev &&
+           named.st_ino == status.st_ino;
+}
+
 // Why an existing file cannot be had in the way that is asked for; 0: it can.
 DWORD objection(const Request& request, const std::string& path, const struct stat& status) {
     if (S_ISDIR(status.st_mode)) {
@@ -103,7 +110,7 @@ DWORD objection(const Request& request, const std::string& path, const struct st
     return ERROR_SUCCESS;
 }
 
-// The steps behind the host's open, in the order in which a failure leaves the least behind.
+// The steps after the host's open, in the order in which a failure leaves the least behind.
 HANDLE finishExisting(Descriptor file, const Request& request, const std::string& path) {
     struct stat status {};
     if (::fstat(file.get(), &status) != 0) return refuse(machine::codeOfHostError(errno));
@@ -112,6 +119,7 @@ HANDLE finishExisting(Descriptor file, const Request& request, const std::string
     if (!isPlain && !makeWaiting(file.get())) return refuse(machine::codeOfHostError(errno));
     auto locks = machine::share(file.get(), request.sharing);
     if (!locks) return refuse(ERROR_SHARING_VIOLATION);
+    if (request.replaces() && !leadsTo(path, status)) return refuse(ERROR_SHARING_VIOLATION);
     if (request.replaces() && !empty(file.get(), status)) {
         return refuse(machine::codeOfHostError(errno));
     }

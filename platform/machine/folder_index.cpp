@@ -100,8 +100,7 @@ struct Folder {
 
 class FolderIndex {
   public:
-    // The name; empty: there is none; unset: the folder is not
-    // remembered.
+    // The name; empty: there is none; unset: the folder is not remembered.
     std::optional<std::string> find(int folder, std::u16string_view component) noexcept {
         const std::lock_guard lock(mutex_);
         try {

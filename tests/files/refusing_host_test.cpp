@@ -1,12 +1,14 @@
-// File systems that refuse what most of them grant: the calls of the host below are those of the
-// platform layer, and pass on unless a test has an answer for them.
+// A host that refuses what most grant, or changes in the middle of a call: the calls of the host
+// below are those of the platform layer, and pass on unless a test has an answer for them.
 #include <dlfcn.h>
 #include <jw32/free_space.h>
+#include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <sys/xattr.h>
 
 #include <cerrno>
 #include <functional>
+#include <utility>
 
 #include "support/last_error.h"
 #include "support/scratch_drives.h"
@@ -17,6 +19,7 @@ namespace {
 
 int attributeError = 0;
 std::function<int(struct statvfs&)> volume;
+std::function<void()> afterOpen;  // once, when the status of an open file is asked for
 
 template <class Function>
 Function* next(const char* name) {
@@ -37,6 +40,10 @@ int setxattr(const char* path, const char* name, const void* value, std::size_t 
     if (attributeError != 0) return refuse(attributeError);
     return next<decltype(setxattr)>("setxattr")(path, name, value, size, flags);
 }
+int fstat(int file, struct stat* status) noexcept {
+    if (const auto action = std::exchange(afterOpen, nullptr)) action();
+    return next<decltype(fstat)>("fstat")(file, status);
+}
 ssize_t getxattr(const char* path, const char* name, void* value, std::size_t size) noexcept {
     if (attributeError == ENOTSUP) return refuse(ENOTSUP);
     return next<decltype(getxattr)>("getxattr")(path, name, value, size);
@@ -55,6 +62,7 @@ class RefusingHost : public ScratchDrives {
     ~RefusingHost() override {
         attributeError = 0;
         volume = nullptr;
+        afterOpen = nullptr;
     }
     static DWORD set(const std::string& path, DWORD attributes) {
         return codeOf(SetFileAttributesA(path.c_str(), attributes) != 0);
@@ -89,6 +97,18 @@ TEST_F(RefusingHost, LeavesTheAttributesAsTheyAreWhereTheyCannotBeSet) {
     }
     attributeError = 0;
     EXPECT_EQ(set(file, FILE_ATTRIBUTE_NORMAL), 0u);
+}
+
+TEST_F(RefusingHost, EmptiesNoFileThatIsMovedWhileItIsOpened) {
+    write(file, "finished");
+    for (const DWORD disposition : {CREATE_ALWAYS, TRUNCATE_EXISTING}) {
+        afterOpen = [this] { EXPECT_TRUE(MoveFileW(Wide(file), Wide(c("moved")))); };
+        const HANDLE opened =
+            CreateFileA(file.c_str(), GENERIC_WRITE, 0, nullptr, disposition, 0, nullptr);
+        EXPECT_EQ(codeOf(opened != INVALID_HANDLE_VALUE), DWORD{ERROR_SHARING_VIOLATION});
+        EXPECT_EQ(read(c("moved")), "finished");
+        EXPECT_TRUE(MoveFileW(Wide(c("moved")), Wide(file)));
+    }
 }
 
 TEST_F(RefusingHost, ReportsItsFreeSpaceWithinTheNumbersThatHoldIt) {
