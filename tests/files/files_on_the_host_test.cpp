@@ -118,7 +118,10 @@ TEST_F(FilesOnTheHost, AreFreeAfterTheCloseThoughACopyOfTheProcessHasThemOpen) {
         ::close(pipe[1]);
         _exit(static_cast<int>(::read(pipe[0], &end, 1)));
     }
+    const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(openCode(c("file")), DWORD{ERROR_SHARING_VIOLATION});
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1))
+        << "who has the file open is not waited for";
     CloseHandle(file);
     EXPECT_EQ(openCode(c("file")), 0u);
     for (const int end : pipe) ::close(end);

@@ -106,6 +106,7 @@ TEST_F(RefusingHost, EmptiesNoFileThatIsMovedWhileItIsOpened) {
         const HANDLE opened =
             CreateFileA(file.c_str(), GENERIC_WRITE, 0, nullptr, disposition, 0, nullptr);
         EXPECT_EQ(codeOf(opened != INVALID_HANDLE_VALUE), DWORD{ERROR_SHARING_VIOLATION});
+        if (opened != INVALID_HANDLE_VALUE) CloseHandle(opened);
         EXPECT_EQ(read(c("moved")), "finished");
         EXPECT_TRUE(MoveFileW(Wide(c("moved")), Wide(file)));
     }
