@@ -11,9 +11,15 @@ namespace machine {
 
 namespace {
 
+constexpr std::size_t usualDepth = 8;
+
 bool isLetter(char16_t character) {
     const char16_t upper = upperCase(character);
     return upper >= u'A' && upper <= u'Z';
+}
+
+bool endsDevice(char16_t character) {
+    return character == u'.' || character == u':';
 }
 
 std::u16string_view withoutTrailing(std::u16string_view name, std::u16string_view characters) {
@@ -103,11 +109,12 @@ ShareParts takeShare(std::u16string_view& text) {
 }
 
 bool addComponents(Components& components, std::u16string_view text) {
+    components.reserve(components.size() + usualDepth);
     const bool asFolder = !text.empty() && isSeparator(text.back());
     auto former = components.size();  // how many of those in front are left
     while (!text.empty()) {
         const auto end = std::find_if(text.begin(), text.end(), isSeparator);
-        const std::u16string name(text.begin(), end);
+        const std::u16string_view name(text.begin(), end);
         text.remove_prefix(std::min(name.size() + 1, text.size()));
         if (name == u"..") {
             if (!components.empty()) components.pop_back();
@@ -118,7 +125,7 @@ bool addComponents(Components& components, std::u16string_view text) {
         if (!kept.empty()) components.emplace_back(kept);
     }
     if (asFolder || components.size() == former) return asFolder;
-    components.back() = withoutTrailing(components.back(), u". ");
+    components.back().resize(withoutTrailing(components.back(), u". ").size());
     if (!components.back().empty()) return false;
     components.pop_back();
     return true;
@@ -134,10 +141,11 @@ void addVerbatim(Components& components, std::u16string_view text) {
 
 std::u16string deviceOf(std::u16string_view component) {
     constexpr std::array names = {u"CON", u"PRN", u"AUX", u"NUL"};
-    const std::u16string base(
-        withoutTrailing(component.substr(0, component.find_first_of(u".:")), u" "));
+    if (component.size() < 3) return {};
+    const auto end = std::find_if(component.begin(), component.end(), endsDevice);
+    const auto base = withoutTrailing({component.begin(), end}, u" ");
     if (base.size() != 3 && base.size() != 4) return {};
-    const auto upper = upperCase(base);
+    const auto upper = upperCase(std::u16string(base));
     const bool numbered = upper.size() == 4 && upper[3] >= u'1' && upper[3] <= u'9' &&
                           (upper.starts_with(u"COM") || upper.starts_with(u"LPT"));
     const bool device = numbered || std::find(names.begin(), names.end(), upper) != names.end();

@@ -6,6 +6,7 @@
 #include <numeric>
 #include <utility>
 
+#include "machine/character_set.h"
 #include "machine/host_folders.h"
 #include "machine/path_pieces.h"
 #include "machine/short_names.h"
@@ -24,11 +25,12 @@ Path invalid(DWORD error) {
 
 bool isValidComponent(const std::u16string& component, bool wildcards) {
     if (component == u"." || component == u"..") return false;  // of a path taken as it stands
-    const std::u16string_view refused = wildcards ? u"<>:\"|/" : u"<>:\"|/?*";
+    constexpr auto refused = CharacterSet(u"<>:\"|/?*").withControls();
+    constexpr auto refusedBesideWildcards = CharacterSet(u"<>:\"|/").withControls();
+    const auto& set = wildcards ? refusedBesideWildcards : refused;
     return component.size() <= longestName &&
-           std::none_of(component.begin(), component.end(), [&](char16_t character) {
-               return character < 0x20 || refused.find(character) != std::u16string_view::npos;
-           });
+           std::none_of(component.begin(), component.end(),
+                        [&](char16_t character) { return set.holds(character); });
 }
 
 // The last checks, on a path whose root and components are known.

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "machine/character_set.h"
 #include "machine/path_pieces.h"
 #include "machine/text.h"
 
@@ -12,9 +13,8 @@ namespace machine {
 namespace {
 
 bool isShortCharacter(char16_t character) {
-    constexpr std::u16string_view refused = u" .\"/\\[]:;|=,+*?<>";
-    return character > 0x20 && character < 0x7F &&
-           refused.find(character) == std::u16string_view::npos;
+    constexpr auto refused = CharacterSet(u" .\"/\\[]:;|=,+*?<>\x7F").withControls();
+    return character < 0x80 && !refused.holds(character);
 }
 
 bool isShortPart(std::u16string_view part, std::size_t longest) {
@@ -57,10 +57,9 @@ bool hasLoneSurrogate(std::u16string_view name) {
 
 // Whether the interface can have the host's name, and it leads to this file alone.
 bool canBeShown(std::u16string_view name) {
-    constexpr std::u16string_view refused = u"<>:\"|?*\\/";
-    const bool hasRefused = std::any_of(name.begin(), name.end(), [&](char16_t character) {
-        return character < 0x20 || refused.find(character) != refused.npos;
-    });
+    constexpr auto refused = CharacterSet(u"<>:\"|?*\\/").withControls();
+    const bool hasRefused = std::any_of(
+        name.begin(), name.end(), [&](char16_t character) { return refused.holds(character); });
     return !hasRefused && name.size() <= longestName && !name.ends_with(u'.') &&
            !name.ends_with(u' ') && deviceOf(name).empty() && !hasLoneSurrogate(name);
 }
