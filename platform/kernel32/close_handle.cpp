@@ -1,8 +1,8 @@
 // The end of a handle of any kind but a search.
+#include "core/handles.h"
+#include "core/script.h"
 #include "handleapi.h"
-#include "machine/handles.h"
-#include "machine/host_errors.h"
-#include "machine/script.h"
+#include "host/host_errors.h"
 #include "winerror.h"
 
 BOOL WINAPI CloseHandle(HANDLE handle) try {

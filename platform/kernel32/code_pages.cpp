@@ -1,13 +1,12 @@
 // Conversions between code pages and wide text.
 #include <algorithm>
 
+#include "core/machine.h"
+#include "core/script.h"
 #include "errhandlingapi.h"
-#include "machine/code_page.h"
-#include "machine/host_errors.h"
-#include "machine/machine.h"
-#include "machine/script.h"
-#include "machine/text.h"
+#include "host/host_errors.h"
 #include "stringapiset.h"
+#include "text/code_page.h"
 #include "winerror.h"
 #include "winnls.h"
 

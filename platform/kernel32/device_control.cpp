@@ -6,13 +6,12 @@
 #include <string>
 #include <string_view>
 
+#include "core/script.h"
+#include "files/file_object.h"
+#include "files/links.h"
+#include "host/host_errors.h"
 #include "ioapiset.h"
-#include "machine/file_object.h"
-#include "machine/host_errors.h"
-#include "machine/links.h"
-#include "machine/lookup.h"
-#include "machine/script.h"
-#include "machine/text.h"
+#include "names/lookup.h"
 #include "winerror.h"
 #include "winioctl.h"
 #include "winnt.h"

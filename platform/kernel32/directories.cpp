@@ -4,13 +4,13 @@
 
 #include <cerrno>
 
+#include "core/script.h"
 #include "fileapi.h"
-#include "machine/ansi.h"
-#include "machine/attributes.h"
-#include "machine/host_errors.h"
-#include "machine/links.h"
-#include "machine/lookup.h"
-#include "machine/script.h"
+#include "files/attributes.h"
+#include "files/links.h"
+#include "host/host_errors.h"
+#include "names/lookup.h"
+#include "names/wide_argument.h"
 #include "winerror.h"
 
 namespace {

@@ -1,10 +1,10 @@
 // Attributes of files and directories by name.
+#include "core/script.h"
 #include "fileapi.h"
-#include "machine/ansi.h"
-#include "machine/attributes.h"
-#include "machine/host_errors.h"
-#include "machine/lookup.h"
-#include "machine/script.h"
+#include "files/attributes.h"
+#include "host/host_errors.h"
+#include "names/lookup.h"
+#include "names/wide_argument.h"
 #include "winerror.h"
 
 namespace {

@@ -8,14 +8,15 @@
 #include <atomic>
 #include <cerrno>
 
+#include "core/script.h"
 #include "file_moving.h"
 #include "fileapi.h"
-#include "machine/attributes.h"
-#include "machine/file_object.h"
-#include "machine/host_errors.h"
-#include "machine/script.h"
-#include "machine/sharing.h"
-#include "machine/size_limit.h"
+#include "files/attributes.h"
+#include "files/file_object.h"
+#include "files/sharing.h"
+#include "host/descriptor.h"
+#include "host/host_errors.h"
+#include "host/size_limit.h"
 #include "winbase.h"
 #include "winerror.h"
 

@@ -4,14 +4,15 @@
 
 #include <cerrno>
 
+#include "core/script.h"
 #include "file_moving.h"
 #include "fileapi.h"
-#include "machine/attributes.h"
-#include "machine/file_object.h"
-#include "machine/host_errors.h"
-#include "machine/links.h"
-#include "machine/script.h"
-#include "machine/sharing.h"
+#include "files/attributes.h"
+#include "files/file_object.h"
+#include "files/links.h"
+#include "files/sharing.h"
+#include "host/descriptor.h"
+#include "host/host_errors.h"
 #include "winerror.h"
 
 namespace {

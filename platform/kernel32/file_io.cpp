@@ -5,11 +5,11 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "core/script.h"
 #include "fileapi.h"
-#include "machine/file_object.h"
-#include "machine/host_errors.h"
-#include "machine/script.h"
-#include "machine/size_limit.h"
+#include "files/file_object.h"
+#include "host/host_errors.h"
+#include "host/size_limit.h"
 #include "winerror.h"
 
 namespace {

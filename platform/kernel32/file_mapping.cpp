@@ -9,14 +9,16 @@
 #include <optional>
 #include <utility>
 
+#include "core/ansi.h"
+#include "core/script.h"
 #include "handleapi.h"
-#include "machine/allocation.h"
-#include "machine/ansi.h"
-#include "machine/host_errors.h"
-#include "machine/mapping_object.h"
-#include "machine/named_blocks.h"
-#include "machine/script.h"
-#include "machine/size_limit.h"
+#include "host/descriptor.h"
+#include "host/file_room.h"
+#include "host/host_errors.h"
+#include "host/size_limit.h"
+#include "memory/mapping_object.h"
+#include "memory/named_blocks.h"
+#include "names/wide_argument.h"
 #include "winbase.h"
 #include "winerror.h"
 #include "winnt.h"

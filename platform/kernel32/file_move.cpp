@@ -6,10 +6,10 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "core/script.h"
 #include "file_moving.h"
-#include "machine/host_errors.h"
-#include "machine/script.h"
-#include "machine/text.h"
+#include "host/host_errors.h"
+#include "text/utf16.h"
 #include "winbase.h"
 #include "winerror.h"
 

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "machine/lookup.h"
-#include "machine/sharing.h"
+#include "files/sharing.h"
+#include "names/lookup.h"
 #include "windef.h"
 
 // Why the open handles of a file do not let it be used so; 0: they do. Where a lack of descriptors

@@ -5,16 +5,17 @@
 #include <cerrno>
 #include <memory>
 
+#include "core/script.h"
 #include "fileapi.h"
-#include "machine/ansi.h"
-#include "machine/attributes.h"
-#include "machine/file_object.h"
-#include "machine/host_errors.h"
-#include "machine/links.h"
-#include "machine/lookup.h"
-#include "machine/script.h"
-#include "machine/sharing.h"
-#include "machine/temporary_names.h"
+#include "files/attributes.h"
+#include "files/file_object.h"
+#include "files/links.h"
+#include "files/sharing.h"
+#include "host/descriptor.h"
+#include "host/host_errors.h"
+#include "host/temporary_names.h"
+#include "names/lookup.h"
+#include "names/wide_argument.h"
 #include "winerror.h"
 
 namespace {

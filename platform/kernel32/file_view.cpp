@@ -1,10 +1,10 @@
 // Views: bytes of a mapping in the address space of the process.
 #include <sys/mman.h>
 
-#include "machine/address_space.h"
-#include "machine/host_errors.h"
-#include "machine/mapping_object.h"
-#include "machine/script.h"
+#include "core/script.h"
+#include "host/host_errors.h"
+#include "memory/address_space.h"
+#include "memory/mapping_object.h"
 #include "memoryapi.h"
 #include "winerror.h"
 

@@ -6,15 +6,16 @@
 #include <memory>
 #include <string_view>
 
+#include "core/ansi.h"
+#include "core/handles.h"
+#include "core/script.h"
 #include "fileapi.h"
-#include "machine/attributes.h"
-#include "machine/handles.h"
-#include "machine/host_errors.h"
-#include "machine/lookup.h"
-#include "machine/script.h"
-#include "machine/short_names.h"
-#include "machine/text.h"
-#include "machine/wildcards.h"
+#include "files/attributes.h"
+#include "host/host_errors.h"
+#include "names/lookup.h"
+#include "names/short_names.h"
+#include "names/wildcards.h"
+#include "text/utf16.h"
 #include "winerror.h"
 
 namespace {

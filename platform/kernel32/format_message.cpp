@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <string>
 
+#include "core/script.h"
 #include "errhandlingapi.h"
-#include "machine/host_errors.h"
-#include "machine/modules.h"
-#include "machine/script.h"
+#include "host/host_errors.h"
+#include "modules/modules.h"
 #include "system_messages.h"
 #include "winbase.h"
 #include "winerror.h"

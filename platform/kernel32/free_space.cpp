@@ -1,11 +1,11 @@
 // Free space of drives, in bytes and in clusters.
 #include <cstdint>
 
+#include "core/script.h"
 #include "fileapi.h"
-#include "machine/ansi.h"
-#include "machine/disk_space.h"
-#include "machine/host_errors.h"
-#include "machine/script.h"
+#include "files/disk_space.h"
+#include "host/host_errors.h"
+#include "names/wide_argument.h"
 #include "winerror.h"
 
 namespace {

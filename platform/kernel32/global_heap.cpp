@@ -1,9 +1,9 @@
 // The global heap. Blocks are fixed, so that a block's handle is its address.
 #include <cstdlib>
 
-#include "machine/address_space.h"
-#include "machine/host_errors.h"
-#include "machine/script.h"
+#include "core/script.h"
+#include "host/host_errors.h"
+#include "memory/address_space.h"
 #include "winbase.h"
 #include "winerror.h"
 

@@ -1,8 +1,8 @@
 // The calling thread's last error and the process's error mode.
 #include <atomic>
 
+#include "core/script.h"
 #include "errhandlingapi.h"
-#include "machine/script.h"
 
 namespace {
 thread_local DWORD lastError = 0;

@@ -1,10 +1,10 @@
 // Loading of modules and lookup of their entry points.
+#include "core/ansi.h"
+#include "core/script.h"
 #include "errhandlingapi.h"
+#include "host/host_errors.h"
 #include "libloaderapi.h"
-#include "machine/host_errors.h"
-#include "machine/modules.h"
-#include "machine/script.h"
-#include "machine/text.h"
+#include "modules/modules.h"
 #include "winerror.h"
 
 namespace {

@@ -3,13 +3,16 @@
 #include <string>
 #include <string_view>
 
+#include "core/ansi.h"
+#include "core/script.h"
 #include "fileapi.h"
-#include "machine/ansi.h"
-#include "machine/deliver.h"
-#include "machine/host_errors.h"
-#include "machine/lookup.h"
-#include "machine/script.h"
-#include "machine/short_names.h"
+#include "host/host_errors.h"
+#include "names/lookup.h"
+#include "names/short_names.h"
+#include "names/wide_argument.h"
+#include "text/case_mapping.h"
+#include "text/stored_text.h"
+#include "text/utf16.h"
 
 namespace {
 

@@ -1,13 +1,15 @@
 // Full forms of paths, and the current directory.
 #include <string>
 
+#include "core/ansi.h"
+#include "core/script.h"
 #include "fileapi.h"
-#include "machine/ansi.h"
-#include "machine/deliver.h"
-#include "machine/host_errors.h"
-#include "machine/path_pieces.h"
-#include "machine/paths.h"
-#include "machine/script.h"
+#include "host/host_errors.h"
+#include "names/path_pieces.h"
+#include "names/paths.h"
+#include "names/wide_argument.h"
+#include "text/stored_text.h"
+#include "text/utf16.h"
 #include "winerror.h"
 
 namespace {

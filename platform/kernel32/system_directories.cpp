@@ -1,10 +1,11 @@
 // Where the system lies.
-#include "machine/deliver.h"
-#include "machine/host_errors.h"
-#include "machine/machine.h"
-#include "machine/script.h"
-#include "machine/text.h"
+#include "core/ansi.h"
+#include "core/machine.h"
+#include "core/script.h"
+#include "host/host_errors.h"
 #include "sysinfoapi.h"
+#include "text/stored_text.h"
+#include "text/utf16.h"
 
 UINT WINAPI GetSystemDirectoryA(LPSTR buffer, UINT size) try {
     if (const auto scripted = machine::call("GetSystemDirectoryA", size)) {

@@ -3,8 +3,8 @@
 
 #include <thread>
 
-#include "machine/address_space.h"
-#include "machine/script.h"
+#include "core/script.h"
+#include "memory/address_space.h"
 #include "sysinfoapi.h"
 
 void WINAPI GetSystemInfo(LPSYSTEM_INFO info) {

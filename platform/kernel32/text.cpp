@@ -2,11 +2,12 @@
 #include <algorithm>
 #include <cstring>
 
+#include "core/ansi.h"
+#include "core/script.h"
 #include "errhandlingapi.h"
-#include "machine/host_errors.h"
-#include "machine/script.h"
-#include "machine/text.h"
+#include "host/host_errors.h"
 #include "stringapiset.h"
+#include "text/case_mapping.h"
 #include "winerror.h"
 #include "winnls.h"
 

@@ -9,12 +9,12 @@
 #include <system_error>
 #include <thread>
 
+#include "core/handles.h"
+#include "core/script.h"
 #include "handleapi.h"
+#include "host/host_errors.h"
 #include "libloaderapi.h"
-#include "machine/handles.h"
-#include "machine/host_errors.h"
-#include "machine/modules.h"
-#include "machine/script.h"
+#include "modules/modules.h"
 #include "processthreadsapi.h"
 #include "synchapi.h"
 #include "winerror.h"

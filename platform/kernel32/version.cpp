@@ -1,10 +1,10 @@
 // Which system this is, as the machine's version record tells.
 #include <cstring>
 
+#include "core/machine.h"
+#include "core/script.h"
 #include "errhandlingapi.h"
-#include "machine/host_errors.h"
-#include "machine/machine.h"
-#include "machine/script.h"
+#include "host/host_errors.h"
 #include "sysinfoapi.h"
 #include "winerror.h"
 

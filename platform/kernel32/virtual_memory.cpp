@@ -1,9 +1,9 @@
 // Pages of memory straight from the host. They are had and given back as whole blocks.
 #include <sys/mman.h>
 
-#include "machine/address_space.h"
-#include "machine/host_errors.h"
-#include "machine/script.h"
+#include "core/script.h"
+#include "host/host_errors.h"
+#include "memory/address_space.h"
 #include "memoryapi.h"
 #include "winerror.h"
 

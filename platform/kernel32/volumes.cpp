@@ -1,11 +1,12 @@
 // Drives: their kind and what their volume tells.
 #include <algorithm>
 
+#include "core/script.h"
 #include "fileapi.h"
-#include "machine/ansi.h"
-#include "machine/host_errors.h"
-#include "machine/lookup.h"
-#include "machine/script.h"
+#include "host/host_errors.h"
+#include "names/lookup.h"
+#include "names/wide_argument.h"
+#include "text/utf16.h"
 #include "winerror.h"
 
 namespace {

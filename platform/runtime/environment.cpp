@@ -2,10 +2,10 @@
 #include <cstring>
 #include <string>
 
+#include "core/script.h"
 #include "crtsecure.h"
-#include "machine/environment.h"
-#include "machine/host_errors.h"
-#include "machine/script.h"
+#include "host/host_errors.h"
+#include "processes/environment.h"
 
 errno_t _dupenv_s(char** value, std::size_t* length, const char* name) try {
     if (const auto scripted = machine::call("_dupenv_s", name)) return scripted.or_(ENOMEM);

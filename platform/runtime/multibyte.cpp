@@ -3,11 +3,12 @@
 #include <climits>
 #include <string_view>
 
-#include "machine/code_page.h"
-#include "machine/host_errors.h"
-#include "machine/machine.h"
-#include "machine/text.h"
+#include "core/ansi.h"
+#include "core/machine.h"
+#include "host/host_errors.h"
 #include "mbstring.h"
+#include "text/case_mapping.h"
+#include "text/code_page.h"
 
 namespace {
 

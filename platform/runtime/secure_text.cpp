@@ -1,9 +1,9 @@
 // Bounded copying and appending.
 #include <cstring>
 
+#include "core/script.h"
 #include "crtsecure.h"
-#include "machine/host_errors.h"
-#include "machine/script.h"
+#include "host/host_errors.h"
 
 char* _strdup(const char* text) try {
     if (const auto scripted = machine::call("_strdup", text)) {

@@ -1,11 +1,11 @@
 // The parts of a path.
 #include <string_view>
 
+#include "core/machine.h"
+#include "core/script.h"
 #include "crtsecure.h"
-#include "machine/code_page.h"
-#include "machine/host_errors.h"
-#include "machine/machine.h"
-#include "machine/script.h"
+#include "host/host_errors.h"
+#include "text/code_page.h"
 
 namespace {
 

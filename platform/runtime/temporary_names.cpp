@@ -3,13 +3,13 @@
 #include <optional>
 #include <string>
 
+#include "core/ansi.h"
+#include "core/script.h"
 #include "crtsecure.h"
-#include "machine/environment.h"
-#include "machine/host_errors.h"
-#include "machine/lookup.h"
-#include "machine/script.h"
-#include "machine/temporary_names.h"
-#include "machine/text.h"
+#include "host/host_errors.h"
+#include "host/temporary_names.h"
+#include "names/lookup.h"
+#include "processes/environment.h"
 
 namespace {
 

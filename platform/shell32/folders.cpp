@@ -7,13 +7,14 @@
 #include <string>
 #include <string_view>
 
-#include "machine/host_errors.h"
-#include "machine/lookup.h"
-#include "machine/machine.h"
-#include "machine/script.h"
-#include "machine/text.h"
-#include "machine/user.h"
+#include "core/ansi.h"
+#include "core/machine.h"
+#include "core/script.h"
+#include "host/host_errors.h"
+#include "host/user.h"
+#include "names/lookup.h"
 #include "shlobj.h"
+#include "text/utf16.h"
 #include "winerror.h"
 
 namespace {

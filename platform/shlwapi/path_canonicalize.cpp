@@ -3,9 +3,9 @@
 #include <string_view>
 #include <vector>
 
+#include "core/script.h"
 #include "errhandlingapi.h"
-#include "machine/host_errors.h"
-#include "machine/script.h"
+#include "host/host_errors.h"
 #include "path_text.h"
 #include "shlwapi.h"
 #include "winerror.h"

@@ -1,8 +1,8 @@
 // Backslashes at the end of a path, and its root.
 #include <cstring>
 
-#include "machine/host_errors.h"
-#include "machine/script.h"
+#include "core/script.h"
+#include "host/host_errors.h"
 #include "path_text.h"
 #include "shlwapi.h"
 

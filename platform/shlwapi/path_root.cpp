@@ -1,8 +1,9 @@
 // Questions about the root of a wide path.
-#include "machine/host_errors.h"
-#include "machine/script.h"
-#include "machine/text.h"
+#include "core/script.h"
+#include "host/host_errors.h"
 #include "shlwapi.h"
+#include "text/case_mapping.h"
+#include "text/utf16.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // Places in the text of a path.
 #include "path_text.h"
 
-#include "machine/code_page.h"
-#include "machine/machine.h"
+#include "core/machine.h"
+#include "text/code_page.h"
 
 std::vector<std::size_t> backslashesOf(std::string_view path) {
     const auto codePage = machine::current().codePage;

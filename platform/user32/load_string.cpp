@@ -1,10 +1,10 @@
 // Strings from a module's string table.
 #include <algorithm>
 
+#include "core/script.h"
 #include "errhandlingapi.h"
-#include "machine/host_errors.h"
-#include "machine/modules.h"
-#include "machine/script.h"
+#include "host/host_errors.h"
+#include "modules/modules.h"
 #include "winerror.h"
 #include "winuser.h"
 

@@ -19,7 +19,7 @@
 #include <utility>
 
 #include "contract_files.h"
-#include "machine/machine.h"
+#include "core/machine.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "machine/machine.h"
+#include "core/machine.h"
 #include "support/scratch_drives.h"
 #include "support/triple.h"
 #include "support/wide.h"

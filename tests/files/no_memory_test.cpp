@@ -10,7 +10,7 @@
 #include <cstdlib>
 #include <new>
 
-#include "machine/testing.h"
+#include "core/testing.h"
 #include "support/scratch_drives.h"
 #include "support/wide.h"
 

@@ -1,9 +1,9 @@
 // Which calls a message lookup makes.
 #include <gmock/gmock.h>
 
+#include "core/machine.h"
+#include "core/testing.h"
 #include "frame/messages.h"
-#include "machine/machine.h"
-#include "machine/testing.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 #include <atlexcept.h>
 #include <gmock/gmock.h>
 
+#include "core/testing.h"
 #include "frame/name_conversion.h"
-#include "machine/testing.h"
 
 namespace {
 

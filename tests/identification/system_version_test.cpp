@@ -2,9 +2,9 @@
 #include <gtest/gtest.h>
 #include <jw32/system_version.h>
 
+#include "core/machine.h"
+#include "core/testing.h"
 #include "identification/nt_platform.h"
-#include "machine/machine.h"
-#include "machine/testing.h"
 
 namespace {
 

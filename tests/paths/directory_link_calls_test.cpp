@@ -6,7 +6,7 @@
 
 #include <filesystem>
 
-#include "machine/machine.h"
+#include "core/machine.h"
 #include "support/calls.h"
 #include "support/scratch_drives.h"
 

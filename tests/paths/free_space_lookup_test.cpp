@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "machine/machine.h"
+#include "core/machine.h"
 #include "support/calls.h"
 #include "support/triple.h"
 

@@ -8,7 +8,7 @@
 #include <fstream>
 #include <vector>
 
-#include "machine/machine.h"
+#include "core/machine.h"
 #include "support/last_error.h"
 #include "support/scratch_drives.h"
 #include "support/triple.h"

@@ -11,7 +11,7 @@
 
 #include <filesystem>
 
-#include "machine/machine.h"
+#include "core/machine.h"
 #include "support/calls.h"
 #include "support/failure_sweep.h"
 #include "support/scratch_drives.h"

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "machine/testing.h"
+#include "core/testing.h"
 
 // Each call with a blank behind it: those among the names, or all but conversions of names.
 inline std::string callsOf(const machine::Script& script, const std::string& names = "") {

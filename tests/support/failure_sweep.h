@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "machine/testing.h"
+#include "core/testing.h"
 #include "support/triple.h"
 
 // What came of a run. What the caller owns by it is released with the object, after the script.

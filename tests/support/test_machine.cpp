@@ -10,8 +10,8 @@
 #include <stdexcept>
 #include <string>
 
-#include "machine/machine.h"
-#include "machine/testing.h"
+#include "core/machine.h"
+#include "core/testing.h"
 
 namespace {
 
