@@ -18,7 +18,6 @@
 #include <string_view>
 #include <tuple>
 
-#include "files/links.h"
 #include "host/host_errors.h"
 #include "winerror.h"
 
@@ -130,11 +129,26 @@ mode_t writableMode(mode_t mode) {
     return mode | S_IWUSR | (readersAsWriters & ~currentUmask());
 }
 
+bool hasAbsoluteText(const std::string& link) {
+    char first = '\0';
+    return ::readlink(link.c_str(), &first, 1) == 1 && first == '/';
+}
+
+bool isLink(const std::string& path) {
+    struct stat status {};
+    return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
 bool earlier(const timespec& left, const timespec& right) {
     return left.tv_sec != right.tv_sec ? left.tv_sec < right.tv_sec : left.tv_nsec < right.tv_nsec;
 }
 
 }  // namespace
+
+bool isDirectoryLink(const std::string& path, const struct stat& status) {
+    if (S_ISLNK(status.st_mode)) return hasAbsoluteText(path);
+    return S_ISDIR(status.st_mode) && isLink(path);
+}
 
 bool isReadOnly(const struct stat& status) {
     return (status.st_mode & writeBits) == 0;
@@ -162,6 +176,13 @@ DWORD setAttributes(const std::string& path, const struct stat& status, DWORD at
     if ((attributes & FILE_ATTRIBUTE_READONLY) == 0) return ERROR_SUCCESS;
     return ::chmod(path.c_str(), writable & ~writeBits) == 0 ? ERROR_SUCCESS
                                                              : codeOfHostError(errno);
+}
+
+void copyStoredAttributes(int from, int to) {
+    std::array<char, 64> value;
+    const auto length = ::fgetxattr(from, attributeName, value.data(), value.size());
+    if (length <= 0) return;
+    ::fsetxattr(to, attributeName, value.data(), static_cast<std::size_t>(length), 0);
 }
 
 FILETIME fileTime(const struct timespec& time) {

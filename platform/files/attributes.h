@@ -23,11 +23,18 @@ inline constexpr DWORD settableAttributes = FILE_ATTRIBUTE_READONLY | FILE_ATTRI
 inline constexpr DWORD directoryLinkAttributes =
     FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
 
+// Whether the name, whose status was found through the link, is that of a link to a directory. A
+// link to nothing counts as one when its text is an absolute path.
+bool isDirectoryLink(const std::string& path, const struct stat& status);
+
 bool isReadOnly(const struct stat& status);
 DWORD attributesOf(const std::string& path, const struct stat& status);
 
 // The result is 0 or the error's code.
 DWORD setAttributes(const std::string& path, const struct stat& status, DWORD attributes);
+
+// Gives one open file the stored attributes of another, where both file systems keep them.
+void copyStoredAttributes(int from, int to);
 
 FILETIME fileTime(const struct timespec& time);
 

@@ -1,34 +1,25 @@
-// Making and removing directories, and the current one.
+// Making and removing directories, the current one, and mount points.
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 
+#include "core/handles.h"
 #include "core/script.h"
 #include "fileapi.h"
-#include "files/attributes.h"
-#include "files/links.h"
+#include "files/file_object.h"
 #include "host/host_errors.h"
+#include "ioapiset.h"
 #include "names/lookup.h"
 #include "names/wide_argument.h"
+#include "tree/mount_point.h"
+#include "tree/removal.h"
 #include "winerror.h"
+#include "winioctl.h"
 
 namespace {
 
 using machine::failWith;
-
-// A link goes, and its target stays.
-DWORD removeLink(const std::string& path) {
-    return ::unlink(path.c_str()) == 0 ? ERROR_SUCCESS : machine::codeOfHostError(errno);
-}
-
-DWORD removeDirectory(const machine::HostName& found) {
-    if (!found.exists()) return found.error;
-    if (machine::isDirectoryLink(found.path, found.status)) return removeLink(found.path);
-    if (!found.isDirectory()) return ERROR_DIRECTORY;
-    if (machine::isReadOnly(found.status)) return ERROR_ACCESS_DENIED;
-    return ::rmdir(found.path.c_str()) == 0 ? ERROR_SUCCESS : machine::codeOfHostError(errno);
-}
 
 }  // namespace
 
@@ -55,7 +46,7 @@ BOOL WINAPI RemoveDirectoryW(LPCWSTR name) try {
     if (const auto scripted = machine::call("RemoveDirectoryW", name)) return scripted.or_(FALSE);
     const auto path = machine::parsePath(name);
     if (const DWORD code = path.fileError()) return failWith(code, FALSE);
-    const DWORD code = removeDirectory(machine::findOnHost(path));
+    const DWORD code = machine::removeDirectory(machine::findOnHost(path));
     return code == ERROR_SUCCESS ? TRUE : failWith(code, FALSE);
 } catch (const std::exception&) {
     return machine::outOfMemory(FALSE);
@@ -72,6 +63,23 @@ BOOL WINAPI SetCurrentDirectoryA(LPCSTR name) try {
     if (::chdir(found.path.c_str()) != 0) return failWith(machine::codeOfHostError(errno), FALSE);
     machine::nameCurrentDirectory(path);
     return TRUE;
+} catch (const std::exception&) {
+    return machine::outOfMemory(FALSE);
+}
+
+BOOL WINAPI DeviceIoControl(HANDLE device, DWORD code, LPVOID input, DWORD inputSize, LPVOID output,
+                            DWORD outputSize, LPDWORD stored, LPOVERLAPPED overlapped) try {
+    const auto scripted =
+        machine::call("DeviceIoControl", device, code, machine::Bytes{input, inputSize}, inputSize,
+                      static_cast<const void*>(output), outputSize,
+                      static_cast<const void*>(stored), static_cast<const void*>(overlapped));
+    if (scripted) return scripted.or_(FALSE);
+    const machine::Pinned<machine::FileObject> file(device);
+    if (!file) return failWith(ERROR_INVALID_HANDLE, FALSE);
+    if (code != FSCTL_SET_REPARSE_POINT) return failWith(ERROR_INVALID_FUNCTION, FALSE);
+    if (stored != nullptr) *stored = 0;
+    const DWORD error = machine::setMountPoint(*file, static_cast<const char*>(input), inputSize);
+    return error == ERROR_SUCCESS ? TRUE : failWith(error, FALSE);
 } catch (const std::exception&) {
     return machine::outOfMemory(FALSE);
 }

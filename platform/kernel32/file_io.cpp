@@ -7,6 +7,7 @@
 
 #include "core/script.h"
 #include "fileapi.h"
+#include "files/file_io.h"
 #include "files/file_object.h"
 #include "host/host_errors.h"
 #include "host/size_limit.h"
@@ -17,40 +18,6 @@ namespace {
 using machine::failWith;
 using machine::FileObject;
 using machine::Pinned;
-
-// Reads up to `count` bytes. The result is 0 or the error's code; an error after the first bytes
-// shows at the next call.
-DWORD readBytes(int file, char* target, DWORD count, DWORD& moved) {
-    DWORD done = 0;
-    while (done < count) {
-        const auto result = ::read(file, target + done, count - done);
-        if (result < 0 && errno == EINTR) continue;
-        if (result < 0 && done == 0) return machine::codeOfHostError(errno);
-        if (result <= 0) break;
-        done += static_cast<DWORD>(result);
-    }
-    moved = done;
-    return ERROR_SUCCESS;
-}
-
-// Writes all or fails, as files on a disk do. The position is then where it was; bytes that had room
-// may remain in the file. A pipe has no position, and what it took is reported.
-DWORD writeBytes(int file, const char* source, DWORD count, DWORD& moved) {
-    machine::answerSizeLimit();
-    DWORD done = 0;
-    while (done < count) {
-        const ssize_t result = ::write(file, source + done, count - done);
-        if (result < 0 && errno == EINTR) continue;
-        if (result <= 0) {
-            const DWORD code = result < 0 ? machine::codeOfHostError(errno) : ERROR_DISK_FULL;
-            if (done == 0 || ::lseek(file, -off_t{done}, SEEK_CUR) >= 0) return code;
-            break;
-        }
-        done += static_cast<DWORD>(result);
-    }
-    moved = done;
-    return ERROR_SUCCESS;
-}
 
 BOOL finished(DWORD code) {
     return code == ERROR_SUCCESS ? TRUE : failWith(code, FALSE);
@@ -69,7 +36,8 @@ BOOL WINAPI ReadFile(HANDLE handle, LPVOID target, DWORD count, LPDWORD moved,
     const Pinned<FileObject> file(handle);
     if (!file) return failWith(ERROR_INVALID_HANDLE, FALSE);
     if (!file->canRead) return failWith(ERROR_ACCESS_DENIED, FALSE);
-    return finished(readBytes(file->descriptor.get(), static_cast<char*>(target), count, *moved));
+    return finished(
+        machine::readBytes(file->descriptor.get(), static_cast<char*>(target), count, *moved));
 } catch (const std::exception&) {
     return machine::outOfMemory(FALSE);
 }
@@ -85,8 +53,8 @@ BOOL WINAPI WriteFile(HANDLE handle, LPCVOID source, DWORD count, LPDWORD moved,
     const Pinned<FileObject> file(handle);
     if (!file) return failWith(ERROR_INVALID_HANDLE, FALSE);
     if (!file->canWrite) return failWith(ERROR_ACCESS_DENIED, FALSE);
-    return finished(
-        writeBytes(file->descriptor.get(), static_cast<const char*>(source), count, *moved));
+    return finished(machine::writeBytes(file->descriptor.get(), static_cast<const char*>(source),
+                                        count, *moved));
 } catch (const std::exception&) {
     return machine::outOfMemory(FALSE);
 }

@@ -9,7 +9,7 @@ import re
 import sys
 
 LEVELS = [
-    "include", "text", "host", "core", "names", "files", "memory", "modules", "compound",
+    "include", "text", "host", "core", "names", "files", "tree", "memory", "modules", "compound",
     "security", "registry", "processes", "desktop", "sound",
 ]
 SYSTEM_MODULES = {

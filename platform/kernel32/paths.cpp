@@ -1,22 +1,45 @@
-// Long and short forms of paths, by the names that the host has.
+// Forms of paths: full, long and short; the current directory and that of the system.
 #include <algorithm>
 #include <string>
 #include <string_view>
 
 #include "core/ansi.h"
+#include "core/machine.h"
 #include "core/script.h"
 #include "fileapi.h"
 #include "host/host_errors.h"
 #include "names/lookup.h"
+#include "names/path_pieces.h"
+#include "names/paths.h"
 #include "names/short_names.h"
 #include "names/wide_argument.h"
+#include "sysinfoapi.h"
 #include "text/case_mapping.h"
 #include "text/stored_text.h"
 #include "text/utf16.h"
+#include "winerror.h"
 
 namespace {
 
 using machine::failWith;
+
+// What stands behind the last backslash; nothing behind that of a device.
+std::u16string_view lastPartOf(std::u16string_view full) {
+    const auto last = full.rfind(u'\\');
+    return full.starts_with(u"\\\\.\\") && last == 3 ? std::u16string_view()
+                                                     : full.substr(last + 1);
+}
+
+// A full path whose last part has that many characters, or the code of there being none.
+template <class Text, class Character>
+DWORD deliverFull(const Text& text, std::size_t lastPartLength, Character* buffer, DWORD size,
+                  Character** lastPart) {
+    if (text.empty()) return failWith(ERROR_INVALID_NAME, DWORD{0});
+    const DWORD length = machine::deliver(text, buffer, size);
+    if (length >= size || lastPart == nullptr) return length;
+    *lastPart = lastPartLength == 0 ? nullptr : buffer + length - lastPartLength;
+    return length;
+}
 
 // The host's name of the last component of a path; empty where that is no name of a file: "C:", ".",
 // "..", a server or a share.
@@ -65,6 +88,38 @@ DWORD deliverForm(LPCSTR name, NameForm nameForm, LPSTR buffer, DWORD size) {
 
 }  // namespace
 
+DWORD WINAPI GetFullPathNameW(LPCWSTR name, DWORD size, LPWSTR buffer, LPWSTR* lastPart) try {
+    if (const auto scripted = machine::call("GetFullPathNameW", name, size)) {
+        return scripted.or_(DWORD{0});
+    }
+    const auto full = machine::fullPathOf(machine::fromWide(name));
+    return deliverFull(full, lastPartOf(full).size(), buffer, size, lastPart);
+} catch (const std::exception&) {
+    return machine::outOfMemory(DWORD{0});
+}
+
+DWORD WINAPI GetFullPathNameA(LPCSTR name, DWORD size, LPSTR buffer, LPSTR* lastPart) try {
+    if (const auto scripted = machine::call("GetFullPathNameA", name, size)) {
+        return scripted.or_(DWORD{0});
+    }
+    const auto full = machine::fullPathOf(machine::fromWide(machine::WideArgument(name)));
+    const auto lastPartLength = machine::toAnsi(lastPartOf(full)).size();
+    return deliverFull(machine::toAnsi(full), lastPartLength, buffer, size, lastPart);
+} catch (const std::exception&) {
+    return machine::outOfMemory(DWORD{0});
+}
+
+DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR buffer) try {
+    if (const auto scripted = machine::call("GetCurrentDirectoryA", size)) {
+        return scripted.or_(DWORD{0});
+    }
+    const auto path = machine::currentDirectory();
+    if (const DWORD code = path.fileError()) return failWith(code, DWORD{0});
+    return machine::deliver(machine::toAnsi(path.text()), buffer, size);
+} catch (const std::exception&) {
+    return machine::outOfMemory(DWORD{0});
+}
+
 DWORD WINAPI GetLongPathNameA(LPCSTR name, LPSTR buffer, DWORD size) try {
     if (const auto scripted = machine::call("GetLongPathNameA", name, size)) {
         return scripted.or_(DWORD{0});
@@ -81,4 +136,14 @@ DWORD WINAPI GetShortPathNameA(LPCSTR name, LPSTR buffer, DWORD size) try {
     return deliverForm(name, shortName, buffer, size);
 } catch (const std::exception&) {
     return machine::outOfMemory(DWORD{0});
+}
+
+UINT WINAPI GetSystemDirectoryA(LPSTR buffer, UINT size) try {
+    if (const auto scripted = machine::call("GetSystemDirectoryA", size)) {
+        return scripted.or_(UINT{0});
+    }
+    const auto directory = machine::current().windowsDirectory + "\\System32";
+    return machine::deliver(machine::toAnsi(machine::fromUtf8(directory)), buffer, size);
+} catch (const std::exception&) {
+    return machine::outOfMemory(UINT{0});
 }

@@ -1,4 +1,6 @@
-// Control codes of file systems: the setting of mount points.
+// Mount points, as control codes of file systems set them.
+#include "tree/mount_point.h"
+
 #include <sys/stat.h>
 
 #include <cstring>
@@ -6,19 +8,14 @@
 #include <string>
 #include <string_view>
 
-#include "core/script.h"
-#include "files/file_object.h"
-#include "files/links.h"
-#include "host/host_errors.h"
-#include "ioapiset.h"
 #include "names/lookup.h"
+#include "tree/directory_link.h"
 #include "winerror.h"
-#include "winioctl.h"
 #include "winnt.h"
 
-namespace {
+namespace machine {
 
-using machine::failWith;
+namespace {
 
 // The fields in front of the names of REPARSE_DATA_BUFFER, in its mount-point form.
 struct Header {
@@ -53,10 +50,10 @@ std::string hostTarget(std::u16string_view name) {
     if (!name.starts_with(prefix)) return {};
     std::u16string text = u"\\\\?\\";
     text += name.substr(prefix.size());
-    const auto path = machine::parsePath(text);
+    const auto path = parsePath(text);
     if (path.fileError() != 0) return {};
-    const auto found = machine::findOnHost(path);
-    return found.exists() ? found.path : machine::literalHostPath(path);
+    const auto found = findOnHost(path);
+    return found.exists() ? found.path : literalHostPath(path);
 }
 
 // The path of an open directory, or of a link that was opened itself; empty: it is neither.
@@ -64,10 +61,12 @@ std::string directoryPath(int file) {
     struct stat status {};
     if (::fstat(file, &status) != 0) return {};
     if (!S_ISDIR(status.st_mode) && !S_ISLNK(status.st_mode)) return {};
-    return machine::presentPath(file);
+    return presentPath(file);
 }
 
-DWORD setMountPoint(const machine::FileObject& file, const char* bytes, std::size_t size) {
+}  // namespace
+
+DWORD setMountPoint(const FileObject& file, const char* bytes, std::size_t size) {
     if (!file.canWrite) return ERROR_ACCESS_DENIED;
     const auto name = substituteName(bytes, size);
     if (!name) return ERROR_INVALID_REPARSE_DATA;
@@ -77,25 +76,7 @@ DWORD setMountPoint(const machine::FileObject& file, const char* bytes, std::siz
     const auto directory = directoryPath(file.descriptor.get());
     if (directory.empty()) return ERROR_DIRECTORY;
     const auto target = hostTarget(*name);
-    return target.empty() ? ERROR_INVALID_REPARSE_DATA
-                          : machine::placeDirectoryLink(directory, target);
+    return target.empty() ? ERROR_INVALID_REPARSE_DATA : placeDirectoryLink(directory, target);
 }
 
-}  // namespace
-
-BOOL WINAPI DeviceIoControl(HANDLE device, DWORD code, LPVOID input, DWORD inputSize, LPVOID output,
-                            DWORD outputSize, LPDWORD stored, LPOVERLAPPED overlapped) try {
-    const auto scripted =
-        machine::call("DeviceIoControl", device, code, machine::Bytes{input, inputSize}, inputSize,
-                      static_cast<const void*>(output), outputSize,
-                      static_cast<const void*>(stored), static_cast<const void*>(overlapped));
-    if (scripted) return scripted.or_(FALSE);
-    const machine::Pinned<machine::FileObject> file(device);
-    if (!file) return failWith(ERROR_INVALID_HANDLE, FALSE);
-    if (code != FSCTL_SET_REPARSE_POINT) return failWith(ERROR_INVALID_FUNCTION, FALSE);
-    if (stored != nullptr) *stored = 0;
-    const DWORD error = setMountPoint(*file, static_cast<const char*>(input), inputSize);
-    return error == ERROR_SUCCESS ? TRUE : failWith(error, FALSE);
-} catch (const std::exception&) {
-    return machine::outOfMemory(FALSE);
-}
+}  // namespace machine

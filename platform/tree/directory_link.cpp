@@ -1,37 +1,27 @@
 // Links between directories.
-#include "files/links.h"
+#include "tree/directory_link.h"
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <memory>
 #include <string_view>
 
 #include "host/host_errors.h"
+#include "tree/temporary_neighbour.h"
 #include "winerror.h"
 
 namespace machine {
 
 namespace {
 
-bool hasAbsoluteText(const std::string& link) {
-    char first = '\0';
-    return ::readlink(link.c_str(), &first, 1) == 1 && first == '/';
-}
-
 bool isLink(const std::string& path) {
     struct stat status {};
     return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
-}
-
-std::string neighbourOf(const std::string& path) {
-    static std::atomic<unsigned> counter{0};
-    return path.substr(0, path.rfind('/') + 1) + ".jw32-" + std::to_string(::getpid()) + "-" +
-           std::to_string(counter.fetch_add(1)) + ".link";
 }
 
 // A directory that cannot be read does not count as empty.
@@ -60,14 +50,11 @@ DWORD exchange(const std::string& link, const std::string& directory) {
 
 }  // namespace
 
-bool isDirectoryLink(const std::string& path, const struct stat& status) {
-    if (S_ISLNK(status.st_mode)) return hasAbsoluteText(path);
-    return S_ISDIR(status.st_mode) && isLink(path);
-}
-
 DWORD placeDirectoryLink(const std::string& path, const std::string& target) {
-    const auto link = neighbourOf(path);
-    if (::symlink(target.c_str(), link.c_str()) != 0) return codeOfHostError(errno);
+    const auto link = makeNeighbour(path, [&](const std::string& name) {
+        return ::symlink(target.c_str(), name.c_str()) == 0;
+    });
+    if (link.empty()) return codeOfHostError(errno);
     DWORD code = ERROR_SUCCESS;
     if (!isLink(path)) {
         code = exchange(link, path);

@@ -1,30 +1,27 @@
 // Copying files.
+#include "tree/file_copy.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <array>
-#include <atomic>
 #include <cerrno>
 
-#include "core/script.h"
-#include "file_moving.h"
-#include "fileapi.h"
 #include "files/attributes.h"
-#include "files/file_object.h"
+#include "files/open_handles.h"
 #include "files/sharing.h"
 #include "host/descriptor.h"
 #include "host/host_errors.h"
 #include "host/size_limit.h"
+#include "tree/temporary_neighbour.h"
 #include "winbase.h"
 #include "winerror.h"
+#include "winnt.h"
+
+namespace machine {
 
 namespace {
-
-using machine::Descriptor;
-using machine::failWith;
-using machine::HostName;
 
 // A file in the target's folder that goes away unless it was put in the target's place. It has no
 // name as long as the host allows that, so that nothing of it stays when the process is killed.
@@ -34,8 +31,8 @@ class TemporaryNeighbour {
         : folder_(target.substr(0, target.rfind('/') + 1)),
           file_(::open(folder_.c_str(), O_RDWR | O_TMPFILE | O_CLOEXEC, mode)) {
         if (file_) return;
-        giveName([&] {
-            file_ = Descriptor(::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+        path_ = makeNeighbour(folder_, [&](const std::string& name) {
+            file_ = Descriptor(::open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
             return static_cast<bool>(file_);
         });
     }
@@ -53,36 +50,18 @@ class TemporaryNeighbour {
         if (path_.empty()) {
             if (linkTo(target)) return true;
             if (!replace || errno != EEXIST) return false;
-            if (!giveName([&] { return linkTo(path_); })) return false;
+            path_ = makeNeighbour(target, [&](const std::string& name) { return linkTo(name); });
+            if (path_.empty()) return false;
         }
-        if (!renameTo(target, replace)) return false;
+        if (renameFile(path_, target, replace) != 0) return false;
         path_.clear();
         return true;
     }
 
   private:
-    // Finds a name beside the target that `make` can give to the file.
-    template <class Make>
-    bool giveName(Make make) {
-        static std::atomic<unsigned> counter{0};
-        do {
-            path_ = folder_ + ".jw32-" + std::to_string(::getpid()) + "-" +
-                    std::to_string(counter.fetch_add(1)) + ".tmp";
-            if (make()) return true;
-        } while (errno == EEXIST);
-        path_.clear();
-        return false;
-    }
     bool linkTo(const std::string& name) const {
         const auto open = "/proc/self/fd/" + std::to_string(file_.get());
         return ::linkat(AT_FDCWD, open.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
-    }
-    bool renameTo(const std::string& target, bool replace) const {
-        const unsigned flags = replace ? 0 : RENAME_NOREPLACE;
-        if (::renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, target.c_str(), flags) == 0) return true;
-        if (replace || errno != EINVAL || ::link(path_.c_str(), target.c_str()) != 0) return false;
-        ::unlink(path_.c_str());  // a file system without the flag
-        return true;
     }
 
     const std::string folder_;
@@ -92,8 +71,8 @@ class TemporaryNeighbour {
 
 // Somebody may have made the name in another case while the content was copied.
 bool placeCopy(TemporaryNeighbour& copy, const std::string& target, bool replace) {
-    machine::NameLock lock;
-    return copy.place(machine::keepName(target, lock), replace);
+    NameLock lock;
+    return copy.place(keepName(target, lock), replace);
 }
 
 bool writeAll(int file, const char* data, std::size_t size) {
@@ -134,13 +113,6 @@ bool copyContent(int from, int to) {
     }
 }
 
-void copyStoredAttributes(int from, int to) {
-    constexpr const char* name = "user.DOSATTRIB";
-    std::array<char, 64> value;
-    const auto length = ::fgetxattr(from, name, value.data(), value.size());
-    if (length > 0) ::fsetxattr(to, name, value.data(), static_cast<std::size_t>(length), 0);
-}
-
 bool copyProperties(int from, int to, const struct stat& status) {
     copyStoredAttributes(from, to);
     const timespec times[] = {status.st_atim, status.st_mtim};
@@ -165,9 +137,9 @@ DWORD objectionOf(const HostName& from, const HostName& to, bool failIfExists) {
     if (same) return ERROR_SHARING_VIOLATION;
     constexpr DWORD guarded =
         FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
-    const bool guards = (machine::attributesOf(to.path, to.status) & guarded) != 0;
+    const bool guards = (attributesOf(to.path, to.status) & guarded) != 0;
     if (guards) return ERROR_ACCESS_DENIED;
-    return objectionOfHandles(to, machine::sharingOf(GENERIC_WRITE, 0));
+    return objectionOfHandles(to, sharingOf(GENERIC_WRITE, 0));
 }
 
 }  // namespace
@@ -177,37 +149,27 @@ DWORD copyHostFile(const HostName& from, const std::string& to, bool replace) {
     if (const DWORD code = objectionToSource(from)) return code;
     const Descriptor source(
         ::open(from.path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    if (!source) return machine::codeOfHostError(errno);
-    const auto reading = machine::sharingOf(GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
-    const auto locks = machine::share(source.get(), reading);
+    if (!source) return codeOfHostError(errno);
+    const auto reading = sharingOf(GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    const auto locks = share(source.get(), reading);
     if (!locks) return ERROR_SHARING_VIOLATION;
-    machine::answerSizeLimit();
+    answerSizeLimit();
     TemporaryNeighbour copy(to, whileCopying);
     const bool done = copy && copyContent(source.get(), copy.file()) &&
                       copyProperties(source.get(), copy.file(), from.status) &&
                       placeCopy(copy, to, replace);
     if (done) return ERROR_SUCCESS;
-    return errno == EEXIST ? ERROR_FILE_EXISTS : machine::codeOfHostError(errno);
+    return errno == EEXIST ? ERROR_FILE_EXISTS : codeOfHostError(errno);
 }
 
-BOOL WINAPI CopyFileW(LPCWSTR from, LPCWSTR to, BOOL failIfExists) try {
-    if (const auto scripted = machine::call("CopyFileW", from, to, failIfExists)) {
-        return scripted.or_(FALSE);
-    }
-    const auto source = machine::parsePath(from), target = machine::parsePath(to);
-    const DWORD pathError = source.fileError() != 0 ? source.fileError() : target.fileError();
-    if (pathError != 0) return failWith(pathError, FALSE);
-    if (target.isRoot()) return failWith(ERROR_ACCESS_DENIED, FALSE);
-    const auto sourceName = machine::findOnHost(source), targetName = machine::findOnHost(target);
-    if (!sourceName.exists()) return failWith(sourceName.error, FALSE);
-    if (const DWORD code = objectionToSource(sourceName)) return failWith(code, FALSE);
-    if (target.trailingSeparator && targetName.canBeMade())
-        return failWith(ERROR_INVALID_NAME, FALSE);
-    if (const DWORD code = objectionOf(sourceName, targetName, failIfExists != FALSE)) {
-        return failWith(code, FALSE);
-    }
-    const DWORD code = copyHostFile(sourceName, targetName.path, failIfExists == FALSE);
-    return code == ERROR_SUCCESS ? TRUE : failWith(code, FALSE);
-} catch (const std::exception&) {
-    return machine::outOfMemory(FALSE);
+DWORD copyFile(const Path& source, const Path& target, bool failIfExists) {
+    if (target.isRoot()) return ERROR_ACCESS_DENIED;
+    const auto from = findOnHost(source), to = findOnHost(target);
+    if (!from.exists()) return from.error;
+    if (const DWORD code = objectionToSource(from)) return code;
+    if (target.trailingSeparator && to.canBeMade()) return ERROR_INVALID_NAME;
+    if (const DWORD code = objectionOf(from, to, failIfExists)) return code;
+    return copyHostFile(from, to.path, !failIfExists);
 }
+
+}  // namespace machine

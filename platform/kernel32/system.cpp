@@ -1,10 +1,14 @@
-// Which system this is, as the machine's version record tells.
+// Which system this is, and what it is made of.
+#include <unistd.h>
+
 #include <cstring>
+#include <thread>
 
 #include "core/machine.h"
 #include "core/script.h"
 #include "errhandlingapi.h"
 #include "host/host_errors.h"
+#include "memory/address_space.h"
 #include "sysinfoapi.h"
 #include "winerror.h"
 
@@ -39,4 +43,21 @@ BOOL WINAPI GetVersionExA(LPOSVERSIONINFOA record) try {
     return TRUE;
 } catch (const std::exception&) {
     return machine::outOfMemory(FALSE);
+}
+
+void WINAPI GetSystemInfo(LPSYSTEM_INFO info) {
+    constexpr WORD amd64 = 9;  // PROCESSOR_ARCHITECTURE_AMD64
+    constexpr DWORD amd64Type = 8664;
+    if (machine::query("GetSystemInfo", static_cast<const void*>(info))) return;
+    const auto processors = std::thread::hardware_concurrency();
+    *info = {};
+    info->wProcessorArchitecture = amd64;
+    info->dwPageSize = static_cast<DWORD>(::sysconf(_SC_PAGESIZE));
+    info->lpMinimumApplicationAddress = reinterpret_cast<LPVOID>(machine::allocationGranularity);
+    info->lpMaximumApplicationAddress = reinterpret_cast<LPVOID>(DWORD_PTR{0x7FFFFFFEFFFF});
+    info->dwNumberOfProcessors = processors != 0 ? processors : 1;
+    info->dwActiveProcessorMask =
+        processors >= 64 ? ~DWORD_PTR{0} : (DWORD_PTR{1} << info->dwNumberOfProcessors) - 1;
+    info->dwProcessorType = amd64Type;
+    info->dwAllocationGranularity = machine::allocationGranularity;
 }

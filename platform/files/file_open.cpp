@@ -1,35 +1,31 @@
 // Opening and creating files.
+#include "files/file_open.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
-#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
 
-#include "core/script.h"
-#include "fileapi.h"
 #include "files/attributes.h"
-#include "files/file_object.h"
-#include "files/links.h"
 #include "files/sharing.h"
 #include "host/descriptor.h"
 #include "host/host_errors.h"
 #include "host/temporary_names.h"
 #include "names/lookup.h"
-#include "names/wide_argument.h"
 #include "winerror.h"
+
+namespace machine {
 
 namespace {
 
-using machine::Descriptor;
-using machine::failWith;
-using machine::HostName;
-using machine::isDirectoryLink;
-using machine::SharingLocks;
-
-// What a call of CreateFileW asks for.
+// What a call asks for, with its rights taken apart.
 struct Request {
     DWORD disposition, flags;
-    machine::Sharing sharing;
+    Sharing sharing;
 
     bool wantsWrite() const { return sharing.uses.write; }
     bool replaces() const {
@@ -43,8 +39,8 @@ struct Request {
     bool wantsLink() const { return (flags & FILE_FLAG_OPEN_REPARSE_POINT) != 0; }
 };
 
-HANDLE refuse(DWORD code) {
-    return failWith(code, INVALID_HANDLE_VALUE);
+OpenedFile refuse(DWORD code) {
+    return {nullptr, code};
 }
 
 // A write-only handle gets a descriptor that can read as well, since its share of the file is told
@@ -52,7 +48,7 @@ HANDLE refuse(DWORD code) {
 // open up.
 Descriptor openDescriptor(const std::string& path, bool write, int flags) {
     constexpr mode_t newFileMode = 0666, ownFileMode = 0600;
-    const bool isOwn = (flags & O_CREAT) != 0 && machine::isTemporaryName(path);
+    const bool isOwn = (flags & O_CREAT) != 0 && isTemporaryName(path);
     const mode_t mode = isOwn ? ownFileMode : newFileMode;
     const int common = O_CLOEXEC | O_NONBLOCK | O_NOCTTY | flags;
     Descriptor file(::open(path.c_str(), common | (write ? O_RDWR : O_RDONLY), mode));
@@ -63,15 +59,12 @@ Descriptor openDescriptor(const std::string& path, bool write, int flags) {
 }
 
 // An empty path: what is open never ends with its handle.
-HANDLE makeHandle(Descriptor file, SharingLocks locks, const Request& request,
-                  const std::string& path) {
-    auto object = std::make_unique<machine::FileObject>(
-        std::move(file), std::move(locks), request.sharing.uses.read, request.wantsWrite());
+OpenedFile makeObject(Descriptor file, SharingLocks locks, const Request& request,
+                      const std::string& path) {
+    auto object = std::make_unique<FileObject>(std::move(file), std::move(locks),
+                                               request.sharing.uses.read, request.wantsWrite());
     if ((request.flags & FILE_FLAG_DELETE_ON_CLOSE) != 0) object->removeOnClose(path);
-    const HANDLE handle = machine::insertObject(std::move(object));
-    if (handle == nullptr) return refuse(ERROR_TOO_MANY_OPEN_FILES);
-    SetLastError(ERROR_SUCCESS);
-    return handle;
+    return {std::move(object), ERROR_SUCCESS};
 }
 
 // Reading and writing wait for what is no file.
@@ -102,38 +95,38 @@ DWORD objection(const Request& request, const std::string& path, const struct st
     if (request.disposition == CREATE_NEW) return ERROR_FILE_EXISTS;
     if (S_ISSOCK(status.st_mode) || S_ISBLK(status.st_mode)) return ERROR_ACCESS_DENIED;
     const bool changes = request.wantsWrite() || request.replaces();
-    if (changes && machine::isReadOnly(status)) return ERROR_ACCESS_DENIED;
+    if (changes && isReadOnly(status)) return ERROR_ACCESS_DENIED;
     if (request.disposition == CREATE_ALWAYS) {
         constexpr DWORD kept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
-        const DWORD present = machine::attributesOf(path, status) & kept;
+        const DWORD present = attributesOf(path, status) & kept;
         if ((present & ~request.flags) != 0) return ERROR_ACCESS_DENIED;
     }
     return ERROR_SUCCESS;
 }
 
 // The steps after the host's open, in the order in which a failure leaves the least behind.
-HANDLE finishExisting(Descriptor file, const Request& request, const std::string& path) {
+OpenedFile finishExisting(Descriptor file, const Request& request, const std::string& path) {
     struct stat status {};
-    if (::fstat(file.get(), &status) != 0) return refuse(machine::codeOfHostError(errno));
+    if (::fstat(file.get(), &status) != 0) return refuse(codeOfHostError(errno));
     if (const DWORD code = objection(request, path, status)) return refuse(code);
     const bool isPlain = S_ISREG(status.st_mode) || S_ISDIR(status.st_mode);
-    if (!isPlain && !makeWaiting(file.get())) return refuse(machine::codeOfHostError(errno));
-    auto locks = machine::share(file.get(), request.sharing);
+    if (!isPlain && !makeWaiting(file.get())) return refuse(codeOfHostError(errno));
+    auto locks = share(file.get(), request.sharing);
     if (!locks) return refuse(ERROR_SHARING_VIOLATION);
     if (request.replaces() && !leadsTo(path, status)) return refuse(ERROR_SHARING_VIOLATION);
     if (request.replaces() && !empty(file.get(), status)) {
-        return refuse(machine::codeOfHostError(errno));
+        return refuse(codeOfHostError(errno));
     }
     if (request.disposition == CREATE_ALWAYS && S_ISREG(status.st_mode)) {
-        const DWORD wanted = request.flags & machine::settableAttributes;
-        if (wanted != 0) machine::setAttributes(path, status, wanted | FILE_ATTRIBUTE_ARCHIVE);
+        const DWORD wanted = request.flags & settableAttributes;
+        if (wanted != 0) setAttributes(path, status, wanted | FILE_ATTRIBUTE_ARCHIVE);
     }
-    const HANDLE handle = makeHandle(std::move(file), std::move(*locks), request, path);
-    if (handle != INVALID_HANDLE_VALUE && request.creates()) SetLastError(ERROR_ALREADY_EXISTS);
-    return handle;
+    auto opened = makeObject(std::move(file), std::move(*locks), request, path);
+    if (request.creates()) opened.code = ERROR_ALREADY_EXISTS;
+    return opened;
 }
 
-HANDLE openExisting(const Request& request, const HostName& name) {
+OpenedFile openExisting(const Request& request, const HostName& name) {
     // A link to nothing is not found, and nothing is made where it leads.
     if (S_ISLNK(name.status.st_mode)) return refuse(ERROR_FILE_NOT_FOUND);
     // Attributes are looked at before the open too: a read-only file refuses writers even where the
@@ -141,11 +134,11 @@ HANDLE openExisting(const Request& request, const HostName& name) {
     if (const DWORD code = objection(request, name.path, name.status)) return refuse(code);
     const bool write = !name.isDirectory() && (request.wantsWrite() || request.replaces());
     auto file = openDescriptor(name.path, write, 0);
-    if (!file) return refuse(machine::codeOfHostError(errno));
+    if (!file) return refuse(codeOfHostError(errno));
     return finishExisting(std::move(file), request, name.path);
 }
 
-HANDLE createFile(const Request& request, const HostName& name) {
+OpenedFile createFile(const Request& request, const HostName& name) {
     auto file = openDescriptor(name.path, true, O_CREAT | O_EXCL);
     if (!file && errno == EEXIST) {
         // Another process was faster: what it made is now an existing file.
@@ -153,55 +146,54 @@ HANDLE createFile(const Request& request, const HostName& name) {
         if (::stat(name.path.c_str(), &made.status) == 0) return openExisting(request, made);
         errno = EEXIST;
     }
-    if (!file) return refuse(machine::codeOfHostError(errno));
-    auto locks = machine::share(file.get(), request.sharing);
+    if (!file) return refuse(codeOfHostError(errno));
+    auto locks = share(file.get(), request.sharing);
     if (!locks) return refuse(ERROR_SHARING_VIOLATION);  // somebody was faster with the new file
-    const DWORD wanted = request.flags & machine::settableAttributes & ~FILE_ATTRIBUTE_ARCHIVE;
+    const DWORD wanted = request.flags & settableAttributes & ~FILE_ATTRIBUTE_ARCHIVE;
     struct stat status {};
     if (wanted != 0 && ::fstat(file.get(), &status) == 0) {
-        machine::setAttributes(name.path, status, wanted | FILE_ATTRIBUTE_ARCHIVE);
+        setAttributes(name.path, status, wanted | FILE_ATTRIBUTE_ARCHIVE);
     }
-    return makeHandle(std::move(file), std::move(*locks), request, name.path);
+    return makeObject(std::move(file), std::move(*locks), request, name.path);
 }
 
 // The link itself: what is asked of the handle is not asked of the target.
-HANDLE openLink(const Request& request, const HostName& name) {
+OpenedFile openLink(const Request& request, const HostName& name) {
     if (request.disposition == CREATE_NEW) return refuse(ERROR_FILE_EXISTS);
     if (!request.wantsDirectory() || request.replaces()) return refuse(ERROR_ACCESS_DENIED);
     Descriptor link(::open(name.path.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
-    return link ? makeHandle(std::move(link), SharingLocks(), request, name.path)
-                : refuse(machine::codeOfHostError(errno));
+    return link ? makeObject(std::move(link), SharingLocks(), request, name.path)
+                : refuse(codeOfHostError(errno));
 }
 
-HANDLE openNullDevice(const Request& request) {
+OpenedFile openNullDevice(const Request& request) {
     auto device = openDescriptor("/dev/null", true, 0);
-    if (!device) return refuse(machine::codeOfHostError(errno));
-    const HANDLE handle = makeHandle(std::move(device), SharingLocks(), request, {});
-    const bool opened = handle != INVALID_HANDLE_VALUE;
-    if (opened && request.disposition == OPEN_ALWAYS) SetLastError(ERROR_ALREADY_EXISTS);
-    return handle;
+    if (!device) return refuse(codeOfHostError(errno));
+    auto opened = makeObject(std::move(device), SharingLocks(), request, {});
+    if (request.disposition == OPEN_ALWAYS) opened.code = ERROR_ALREADY_EXISTS;
+    return opened;
 }
 
 // The usual case: a file that exists under exactly this name is opened without a look before it.
-HANDLE openAsItStands(const Request& request, const machine::Path& path) {
-    if (request.disposition != OPEN_EXISTING || path.trailingSeparator) return nullptr;
-    if (request.wantsLink()) return nullptr;
-    const auto name = machine::literalHostPath(path);
+std::optional<OpenedFile> openAsGiven(const Request& request, const Path& path) {
+    if (request.disposition != OPEN_EXISTING || path.trailingSeparator) return std::nullopt;
+    if (request.wantsLink()) return std::nullopt;
+    const auto name = literalHostPath(path);
     auto file = openDescriptor(name, request.wantsWrite(), 0);
-    return file ? finishExisting(std::move(file), request, name) : nullptr;
+    return file ? std::optional(finishExisting(std::move(file), request, name)) : std::nullopt;
 }
 
-HostName findName(const Request& request, const machine::Path& path, machine::NameLock& lock) {
-    if (!request.creates()) return machine::findOnHost(path);
+HostName findName(const Request& request, const Path& path, NameLock& lock) {
+    if (!request.creates()) return findOnHost(path);
     const bool isNew = request.disposition == CREATE_NEW && !path.isRoot();
-    return isNew ? machine::findNewName(path, lock) : machine::findToMake(path, lock);
+    return isNew ? findNewName(path, lock) : findToMake(path, lock);
 }
 
-HANDLE openPath(const Request& request, const machine::Path& path) {
-    if (path.kind == machine::Path::Kind::Invalid) return refuse(path.error);
-    if (path.kind == machine::Path::Kind::NullDevice) return openNullDevice(request);
-    if (const HANDLE handle = openAsItStands(request, path)) return handle;
-    machine::NameLock lock;
+OpenedFile openPath(const Request& request, const Path& path) {
+    if (path.kind == Path::Kind::Invalid) return refuse(path.error);
+    if (path.kind == Path::Kind::NullDevice) return openNullDevice(request);
+    if (auto opened = openAsGiven(request, path)) return std::move(*opened);
+    NameLock lock;
     const auto name = findName(request, path, lock);
     if (name.exists() && request.wantsLink() && isDirectoryLink(name.path, name.status)) {
         return openLink(request, name);
@@ -216,34 +208,11 @@ bool isSound(const Request& request) {
     return request.disposition != TRUNCATE_EXISTING || request.wantsWrite();
 }
 
-HANDLE open(LPCWSTR name, DWORD access, DWORD share, DWORD disposition, DWORD flags) {
-    const Request request{disposition, flags, machine::sharingOf(access, share)};
-    const auto path = machine::parsePath(name);
+}  // namespace
+
+OpenedFile openFile(const Path& path, const OpenRequest& wanted) {
+    const Request request{wanted.disposition, wanted.flags, sharingOf(wanted.access, wanted.share)};
     return isSound(request) ? openPath(request, path) : refuse(ERROR_INVALID_PARAMETER);
 }
 
-}  // namespace
-
-HANDLE WINAPI CreateFileW(LPCWSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
-                          DWORD disposition, DWORD flags, HANDLE templateFile) try {
-    if (const auto scripted =
-            machine::call("CreateFileW", name, access, share, static_cast<const void*>(security),
-                          disposition, flags, templateFile)) {
-        return scripted.or_(INVALID_HANDLE_VALUE);
-    }
-    return open(name, access, share, disposition, flags);
-} catch (const std::exception&) {
-    return machine::outOfMemory(INVALID_HANDLE_VALUE);
-}
-
-HANDLE WINAPI CreateFileA(LPCSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
-                          DWORD disposition, DWORD flags, HANDLE templateFile) try {
-    if (const auto scripted =
-            machine::call("CreateFileA", name, access, share, static_cast<const void*>(security),
-                          disposition, flags, templateFile)) {
-        return scripted.or_(INVALID_HANDLE_VALUE);
-    }
-    return open(machine::WideArgument(name), access, share, disposition, flags);
-} catch (const std::exception&) {
-    return machine::outOfMemory(INVALID_HANDLE_VALUE);
-}
+}  // namespace machine
