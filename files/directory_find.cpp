@@ -32,7 +32,7 @@ void* Jw32DirectoryFind(const char* pszPath, WIN32_FIND_DATAA* pRecord, DWORD* p
     if (!path) return triple.fail(INVALID_HANDLE_VALUE, ERROR_NOT_ENOUGH_MEMORY);
     PathRemoveBackslashA(path.get());
     WIN32_FIND_DATAW match;
-    UniqueFind search(FindFirstFileW(Jw32WideName(path.get()), &match));
+    UniqueSearch search(FindFirstFileW(Jw32WideName(path.get()), &match));
     if (!search) return triple.fail(INVALID_HANDLE_VALUE);
     fill(*pRecord, match);
     const bool isDirectory = (match.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
@@ -41,6 +41,6 @@ void* Jw32DirectoryFind(const char* pszPath, WIN32_FIND_DATAA* pRecord, DWORD* p
 
 int Jw32DirectoryExist(const char* pszPath, DWORD* pdwError, char* pszError, DWORD dwErrorSize) {
     WIN32_FIND_DATAA record;
-    const UniqueFind search(Jw32DirectoryFind(pszPath, &record, pdwError, pszError, dwErrorSize));
+    const UniqueSearch search(Jw32DirectoryFind(pszPath, &record, pdwError, pszError, dwErrorSize));
     return search ? 1 : 0;
 }

@@ -12,9 +12,9 @@ LONG Jw32FileSize(void* hFile, DWORD* pdwError, char* pszError, DWORD dwErrorSiz
 
 LONG Jw32FileSize(const char* pszName, DWORD* pdwError, char* pszError, DWORD dwErrorSize) {
     const ErrorTriple triple(pdwError, pszError, dwErrorSize);
-    const UniqueHandle file(CreateFileW(Jw32WideName(pszName), GENERIC_READ,
-                                        FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                                        0, nullptr));
+    const UniqueFile file(CreateFileW(Jw32WideName(pszName), GENERIC_READ,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
+                                      nullptr));
     if (!file) return triple.fail(LONG{-1});
     return Jw32FileSize(file.get(), pdwError, pszError, dwErrorSize);
 }

@@ -6,7 +6,7 @@
 
 std::optional<DWORD> attributesOfFirstMatch(const char* name) {
     WIN32_FIND_DATAW match;
-    const UniqueFind search(FindFirstFileW(Jw32WideName(name), &match));
+    const UniqueSearch search(FindFirstFileW(Jw32WideName(name), &match));
     if (!search) return std::nullopt;
     return match.dwFileAttributes;
 }

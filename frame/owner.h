@@ -6,60 +6,59 @@
 #include <cstdlib>
 #include <utility>
 
-/// Owns one thing of `Kind::Value`. Kind tells the value that stands for nothing, `none()`, and how
-/// to `release` the thing.
-template <class Kind>
+/// The value of a handle that stands for nothing.
+template <class Value>
+struct NullHandle {
+    static Value none() { return nullptr; }
+};
+
+/// The same for files and searches.
+template <class Value>
+struct InvalidHandle {
+    static Value none() { return INVALID_HANDLE_VALUE; }
+};
+
+/// Owns one thing: `Owner<HMODULE, FreeLibrary>`. Owners can be moved and not copied; several of a
+/// scope release in the reverse order of their declaration.
+///
+///     UniqueHandle token;
+///     if (!OpenProcessToken(process, TOKEN_QUERY, token.put())) return triple.fail(0);
+///     use(token.get());
+template <class Value, auto releaseValue, template <class> class Nothing = NullHandle>
 class Owner {
   public:
-    using Value = typename Kind::Value;
-
+    Owner() = default;
     explicit Owner(Value value) : value_(value) {}
-    ~Owner() {
-        if (*this) Kind::release(value_);
+    Owner(Owner&& other) noexcept : value_(other.release()) {}
+    Owner& operator=(Owner&& other) noexcept {
+        reset(other.release());
+        return *this;
     }
-    Owner(const Owner&) = delete;
-    Owner& operator=(const Owner&) = delete;
+    ~Owner() { reset(); }
 
-    explicit operator bool() const { return value_ != Kind::none(); }
+    explicit operator bool() const { return value_ != Nothing<Value>::none(); }
     Value get() const { return value_; }
-    Value release() { return std::exchange(value_, Kind::none()); }
+
+    /// Where a call stores what the owner is to hold; what it held before is released.
+    Value* put() {
+        reset();
+        return &value_;
+    }
+
+    /// Hands the thing over to the caller.
+    Value release() { return std::exchange(value_, Nothing<Value>::none()); }
+
+    void reset(Value value = Nothing<Value>::none()) {
+        const Value former = std::exchange(value_, value);
+        if (former != Nothing<Value>::none()) releaseValue(former);
+    }
 
   private:
-    Value value_;
+    Value value_ = Nothing<Value>::none();
 };
 
-struct FileKind {
-    using Value = HANDLE;
-    static Value none() { return INVALID_HANDLE_VALUE; }
-    static void release(Value file) { CloseHandle(file); }
-};
-
-struct MappingKind {
-    using Value = HANDLE;
-    static Value none() { return nullptr; }
-    static void release(Value mapping) { CloseHandle(mapping); }
-};
-
-struct FindKind {
-    using Value = HANDLE;
-    static Value none() { return INVALID_HANDLE_VALUE; }
-    static void release(Value search) { FindClose(search); }
-};
-
-struct ModuleKind {
-    using Value = HMODULE;
-    static Value none() { return nullptr; }
-    static void release(Value module) { FreeLibrary(module); }
-};
-
-struct TextKind {
-    using Value = char*;
-    static Value none() { return nullptr; }
-    static void release(Value text) { std::free(text); }
-};
-
-using UniqueHandle = Owner<FileKind>;
-using UniqueMapping = Owner<MappingKind>;
-using UniqueFind = Owner<FindKind>;
-using UniqueModule = Owner<ModuleKind>;
-using UniqueText = Owner<TextKind>;  ///< a text from malloc or _strdup
+using UniqueFile = Owner<HANDLE, CloseHandle, InvalidHandle>;
+using UniqueSearch = Owner<HANDLE, FindClose, InvalidHandle>;
+using UniqueHandle = Owner<HANDLE, CloseHandle>;  ///< mappings, processes, tokens
+using UniqueModule = Owner<HMODULE, FreeLibrary>;
+using UniqueText = Owner<char*, std::free>;  ///< a text from malloc or _strdup

@@ -2,6 +2,7 @@
 #include "jw32/memory.h"
 
 #include "frame/error_triple.h"
+#include "frame/owner.h"
 #include "memory/release_record.h"
 
 namespace {
@@ -12,15 +13,13 @@ void* allocatePages(unsigned int size) {
     return VirtualAlloc(nullptr, size, MEM_COMMIT, PAGE_READWRITE);
 }
 
-// Gives the address of a block of the global heap, and its handle; null when it cannot be had.
-void* allocateGlobal(unsigned int size, HGLOBAL& handle) {
-    handle = GlobalAlloc(GMEM_ZEROINIT, size);
-    if (handle == nullptr) return nullptr;
-    void* const address = GlobalLock(handle);
-    if (address == nullptr) {
-        GlobalFree(handle);
-        handle = nullptr;
-    }
+using UniqueGlobal = Owner<HGLOBAL, GlobalFree>;
+
+// The address of a block of the global heap; null, and no block, if it cannot be locked.
+void* allocateGlobal(unsigned int size, UniqueGlobal& block) {
+    block.reset(GlobalAlloc(GMEM_ZEROINIT, size));
+    void* const address = block ? GlobalLock(block.get()) : nullptr;
+    if (address == nullptr) block.reset();
     return address;
 }
 
@@ -49,10 +48,11 @@ unsigned char* CJw32Memory::Open(unsigned int nSize, unsigned int nThreshold, DW
     if (nSize == 0 || m_hGlobal != nullptr || m_pAddress != nullptr) return none;
     auto record = makeReleaseRecord();
     if (record == nullptr) return triple.fail(none);
-    void* const address =
-        nSize > nThreshold ? allocatePages(nSize) : allocateGlobal(nSize, m_hGlobal);
-    // Behind a failed GlobalLock the last error is that of the GlobalFree.
+    UniqueGlobal block;
+    void* const address = nSize > nThreshold ? allocatePages(nSize) : allocateGlobal(nSize, block);
+    // After a failed GlobalLock the last error is that of the GlobalFree.
     if (address == nullptr) return triple.fail(none);
+    m_hGlobal = block.release();
     m_pAddress = static_cast<unsigned char*>(address);
     m_nSize = nSize;
     m_pRecord = std::move(record);

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <optional>
 
 #include "frame/error_triple.h"
 #include "frame/owner.h"
@@ -65,20 +64,20 @@ class MmFileOpening {
     void* mapWhole() const {
         // The low half of the size of a file of 4 GiB or more would give a part of the file.
         const bool byLength = mode_ == CJw32MmFile::eReadWrite && object_.m_dwSizeHigh == 0;
-        return MapViewOfFile(mapping_->get(), accessOf(mode_).view, 0, 0,
+        return MapViewOfFile(mapping_.get(), accessOf(mode_).view, 0, 0,
                              byLength ? object_.m_dwSizeLow : 0);
     }
 
     void* mapStart(DWORD& length) const {
-        return mapLess(mapping_->get(), accessOf(mode_).view, 0, length);
+        return mapLess(mapping_.get(), accessOf(mode_).view, 0, length);
     }
 
     // Opens the object with a view, or reports that there is none.
     void* finish(void* view) {
         if (view == noView) return triple_.fail(noView);
         object_.m_pView = view;
-        object_.m_hMapping = mapping_->release();
-        object_.m_hFile = file_->release();
+        object_.m_hMapping = mapping_.release();
+        object_.m_hFile = file_.release();
         object_.m_pszFileName = _strdup(name_);
         object_.m_eOpenmode = mode_;
         record_->address = view;
@@ -96,11 +95,11 @@ class MmFileOpening {
 
     bool openFile() {
         const auto& access = accessOf(mode_);
-        file_.emplace(CreateFileA(name_, access.file, access.share, nullptr, OPEN_EXISTING,
-                                  FILE_ATTRIBUTE_NORMAL, nullptr));
-        if (!*file_) return triple_.fail(false);
+        file_.reset(CreateFileA(name_, access.file, access.share, nullptr, OPEN_EXISTING,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
+        if (!file_) return triple_.fail(false);
         SetLastError(NO_ERROR);
-        const DWORD low = GetFileSize(file_->get(), &object_.m_dwSizeHigh);
+        const DWORD low = GetFileSize(file_.get(), &object_.m_dwSizeHigh);
         // All bits set are a size too. A size that is not known must not be taken for one.
         if (low == INVALID_FILE_SIZE && GetLastError() != NO_ERROR) {
             object_.m_dwSizeHigh = 0;
@@ -113,9 +112,9 @@ class MmFileOpening {
     }
 
     bool openMapping() {
-        mapping_.emplace(
-            CreateFileMappingA(file_->get(), nullptr, accessOf(mode_).protection, 0, 0, nullptr));
-        return *mapping_ ? true : triple_.fail(false);
+        mapping_.reset(
+            CreateFileMappingA(file_.get(), nullptr, accessOf(mode_).protection, 0, 0, nullptr));
+        return mapping_ ? true : triple_.fail(false);
     }
 
     CJw32MmFile& object_;
@@ -123,8 +122,8 @@ class MmFileOpening {
     CJw32MmFile::eOpenmode mode_ = closed;
     const char* name_ = nullptr;
     std::shared_ptr<ReleaseRecord> record_;
-    std::optional<UniqueHandle> file_;
-    std::optional<UniqueMapping> mapping_;
+    UniqueFile file_;
+    UniqueHandle mapping_;
 };
 
 CJw32MmFile::CJw32MmFile()

@@ -23,7 +23,7 @@ constexpr void* none = nullptr;
 // What Create and Open do with the mapping that they have got.
 struct SharedMemoryEntry {
     // Maps the whole block, and opens the object with it or reports that it cannot be had.
-    static void* enter(CJw32SharedMemory& object, UniqueMapping& mapping, State state,
+    static void* enter(CJw32SharedMemory& object, UniqueHandle& mapping, State state,
                        const char* name, const ErrorTriple& triple) {
         auto record = makeReleaseRecord();
         if (record == nullptr) return triple.fail(none);
@@ -58,7 +58,7 @@ void* CJw32SharedMemory::Create(const char* pszName, DWORD dwSize, DWORD* pdwErr
     const DWORD formerSize = m_dwSize;
     m_dwSize = dwSize;
     SetLastError(ERROR_SUCCESS);
-    UniqueMapping mapping(
+    UniqueHandle mapping(
         CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, m_dwSize, pszName));
     if (!mapping) return triple.fail(none);
     if (GetLastError() == ERROR_ALREADY_EXISTS) {
@@ -77,13 +77,13 @@ void* CJw32SharedMemory::Open(const char* pszName, DWORD* pdwError, char* pszErr
     if (m_dwState != Closed) return none;
     Close();
     m_dwSize = 0;
-    UniqueMapping mapping(openMapping(pszName));
+    UniqueHandle mapping(openMapping(pszName));
     if (!mapping) return triple.fail(none);
     return SharedMemoryEntry::enter(*this, mapping, Opened, pszName, triple);
 }
 
 int CJw32SharedMemory::Exist(const char* pszName) const {
-    const UniqueMapping mapping(openMapping(pszName));
+    const UniqueHandle mapping(openMapping(pszName));
     return mapping ? 1 : 0;
 }
 

@@ -110,7 +110,7 @@ bool placeLink(const wchar_t* link, const MountPoint& point, bool dryRun) {
     if ((GetFileAttributesW(link) & FILE_ATTRIBUTE_REPARSE_POINT) != 0) return false;
     bool placed = false;
     {
-        const UniqueHandle directory(openDirectory(link));
+        const UniqueFile directory(openDirectory(link));
         if (!directory) return false;
         placed = !dryRun && send(directory.get(), point);
     }
