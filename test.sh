@@ -7,7 +7,8 @@
 #   ./test.sh windows    the DLLs of 32 and 64 bits; tests of 32 bits where the machine can run them
 #   ./test.sh windows64  the DLL of 64 bits and its tests under Wine
 #   ./test.sh windows32  the DLL of 32 bits and its tests under Wine; fails where they cannot run
-#   ./test.sh all        host, asan, tsan and windows, as continuous integration does
+#   ./test.sh style      the layout of the sources, and their compilation by clang as well
+#   ./test.sh all        style, host, asan, tsan and windows, as continuous integration does
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
@@ -21,6 +22,13 @@ linux() {
     scripts/setup.sh host
     build "$1"
     ctest --preset "$1"
+}
+
+style() {
+    scripts/setup.sh style
+    echo "== style"
+    git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
+    build clang
 }
 
 coverage() {
@@ -65,7 +73,7 @@ windows() {
 
 case ${1:-host} in
     host | asan | tsan) linux "${1:-host}" ;;
-    coverage | windows | windows64 | windows32) "$1" ;;
-    all) linux host; linux asan; linux tsan; windows ;;
+    style | coverage | windows | windows64 | windows32) "$1" ;;
+    all) style; linux host; linux asan; linux tsan; windows ;;
     *) sed -n '2,/^set/s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
 esac

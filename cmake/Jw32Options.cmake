@@ -11,6 +11,7 @@ add_library(jw32_options INTERFACE)
 target_compile_features(jw32_options INTERFACE cxx_std_20)
 target_compile_options(jw32_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wundef -Wnon-virtual-dtor
+    $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>  # which GCC does not count as a conversion
     $<$<BOOL:${JW32_WERROR}>:-Werror>
     -ffp-contract=off)
 if(WIN32)

@@ -2,7 +2,8 @@
 # Installs what a build needs and is not there yet:
 #   setup.sh demo      the examples alone
 #   setup.sh host      the Linux build
-#   setup.sh coverage  the same, and the tool that measures coverage
+#   setup.sh style     the same, and the tools that check the sources
+#   setup.sh coverage  those of the Linux build, and the tool that measures coverage
 #   setup.sh windows   both Windows builds: the cross compilers and the emulator
 #   setup.sh wine64    a place for the emulator to run 64-bit programs in
 #   setup.sh wine32    the same for 32-bit programs, with the system modules that these need
@@ -101,6 +102,7 @@ has_demo_tools() {
 case ${1:-} in
     demo) has_demo_tools >/dev/null || install_packages "${demo_packages[@]}" ;;
     host) install_packages "${host_packages[@]}" ;;
+    style) install_packages "${host_packages[@]}" git clang clang-format ;;
     coverage) install_packages "${host_packages[@]}" gcovr ;;
     windows) install_packages "${host_packages[@]}" "${windows_packages[@]}" ;;
     wine64)
@@ -110,5 +112,5 @@ case ${1:-} in
         bits=32 && source "$root/scripts/wine-env.sh"
         fetch_wine_modules
         make_prefix syswow64 ;;
-    *) echo "usage: setup.sh demo|host|coverage|windows|wine64|wine32" >&2; exit 2 ;;
+    *) echo "usage: setup.sh demo|host|style|coverage|windows|wine64|wine32" >&2; exit 2 ;;
 esac

@@ -211,7 +211,8 @@ Folder* FolderIndex::read(int folder, const struct stat& status) {
     const auto path = "/proc/self/fd/" + std::to_string(folder);
     const int watch = ::inotify_add_watch(queue_.get(), path.c_str(), changes | IN_ONLYDIR);
     if (watch < 0) return nullptr;
-    auto& made = folders_.emplace_front(status.st_dev, status.st_ino, watch, FoldedNames(seed_));
+    folders_.push_front(Folder{status.st_dev, status.st_ino, watch, FoldedNames(seed_)});
+    auto& made = folders_.front();
     const bool complete = forEachName(folder, [&](std::string_view name) {
         made.names.add(name);
         return made.names.memory() <= mostMemory;

@@ -148,8 +148,8 @@ const std::map<std::string, Function> functions = {
     {"Jw32Rad2GCCC:split", split(Jw32Rad2GCCC)},
     {"Jw32DMS2DMS:split", split(Jw32DMS2DMS)},
     {"Jw32GCCC2GCCC:split", split(Jw32GCCC2GCCC)},
-    {"Jw32Rad2DMS:pack", plain<double, double>(Jw32Rad2DMS)},
-    {"Jw32Rad2GCCC:pack", plain<double, double>(Jw32Rad2GCCC)},
+    {"Jw32Rad2DMS:pack", plain(static_cast<double (*)(double, int, int)>(Jw32Rad2DMS))},
+    {"Jw32Rad2GCCC:pack", plain(static_cast<double (*)(double, int, int)>(Jw32Rad2GCCC))},
     {"Jw32DMS2DMS:pack", plain<double, int>(Jw32DMS2DMS)},
     {"Jw32GCCC2GCCC:pack", plain<double, int>(Jw32GCCC2GCCC)},
     {"Jw32DMS2Deg", plain(Jw32DMS2Deg)},
@@ -182,7 +182,7 @@ const std::map<std::string, Function> functions = {
 TEST(AnglesAndNumbers, HoldTheVectors) {
     Operations operations;
     for (const auto& [name, function] : functions) {
-        operations[name] = [&function](const Words& arguments) {
+        operations[name] = [function = function](const Words& arguments) {
             Numbers numbers;
             for (const auto& word : arguments) numbers.push_back(numberOf(word));
             return function(numbers);

@@ -191,7 +191,8 @@ TEST_F(NamesInAnyCase, AreMadeOnceByAllWhoMakeThemAtTheSameMoment) {
         {"a copy",
          [](auto& own, auto& name) { return CopyFileW(Wide(own), Wide(name), TRUE) != FALSE; }},
     };
-    for (const auto& [what, attempt] : attempts) {
+    for (const auto& [what, attemptOf] : attempts) {
+        const auto& attempt = attemptOf;  // lambdas cannot capture a structured binding
         void* const shared = ::mmap(nullptr, sizeof(Race), PROT_READ | PROT_WRITE,
                                     MAP_SHARED | MAP_ANONYMOUS, -1, 0);
         auto& race = *new (shared) Race;

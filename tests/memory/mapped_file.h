@@ -20,8 +20,9 @@ class MappedFile : public ScratchDrives {
             [&](auto... t) { return shows(file.Open(mode, name.c_str(), part, t...)); });
     }
     auto move(Place to) {
-        auto& [offset, length] = place = to;
-        return reported([&](auto... t) { return shows(file.ReMap(offset, length, t...)); });
+        place = to;
+        return reported(
+            [&](auto... t) { return shows(file.ReMap(place.first, place.second, t...)); });
     }
 
     CJw32MmFile file;
