@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "core/in_use.h"
+
 namespace machine {
 
 namespace {
@@ -30,6 +32,7 @@ std::mutex mutex;  // guards the free slots and the making of chunks
 std::vector<std::uint32_t> freeSlots;
 std::uint32_t slotCount = 0;
 std::atomic<std::uint64_t> openHandles{0};
+const CountedTable counted("handles", [] { return openHandles.load(std::memory_order_relaxed); });
 
 std::uint32_t generationOf(std::uint64_t state) {
     return static_cast<std::uint32_t>(state >> generationShift);
@@ -129,10 +132,6 @@ void closeAllObjects() {
         }
     }
     for (const HANDLE handle : open) closeObject(handle);
-}
-
-std::uint64_t handleCount() {
-    return openHandles.load(std::memory_order_relaxed);
 }
 
 namespace detail {

@@ -36,8 +36,6 @@ std::optional<ObjectKind> kindOf(HANDLE handle);
 
 void closeAllObjects();
 
-std::uint64_t handleCount();
-
 namespace detail {
 KernelObject* pinObject(HANDLE handle);
 void unpinObject(HANDLE handle);

@@ -1,4 +1,8 @@
-// What callers hold of the machine at the moment, and how tests take it back.
+// The registry of what callers hold of the machine.
+#include "core/in_use.h"
+
+#include <utility>
+
 #include "core/handles.h"
 #include "core/testing.h"
 #include "memory/address_space.h"
@@ -6,9 +10,20 @@
 
 namespace machine {
 
+namespace {
+// Registrations run before main, in any order, so the list needs no construction of its own.
+constinit const CountedTable* firstTable = nullptr;
+}  // namespace
+
+CountedTable::CountedTable(const char* name, std::uint64_t (*count)())
+    : name_(name), count_(count), next_(std::exchange(firstTable, this)) {}
+
 InUse inUse() {
-    return {handleCount(), loadedModuleReferences(), heapBlocks().count() + virtualBlocks().count(),
-            views().count()};
+    InUse result;
+    for (const auto* table = firstTable; table != nullptr; table = table->next_) {
+        if (const auto count = table->count_()) result[table->name_] = count;
+    }
+    return result;
 }
 
 void reclaimAll() {

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/in_use.h"
 #include "platform_export.h"
 
 namespace machine {
@@ -55,16 +56,6 @@ class PLATFORM_API Script {
     std::unique_ptr<State> state_;
     friend struct ScriptAccess;
 };
-
-// What callers hold of the machine at the moment.
-struct InUse {
-    std::uint64_t handles;  // open handles of every kind
-    std::uint64_t modules;  // references to loaded modules
-    std::uint64_t blocks;   // blocks of the global heap and of virtual memory
-    std::uint64_t views;    // views of mappings
-    bool operator==(const InUse&) const = default;
-};
-PLATFORM_API InUse inUse();
 
 // Takes back all that is in use: what a script made fail to be released.
 PLATFORM_API void reclaimAll();

@@ -8,6 +8,8 @@
 #include <new>
 #include <utility>
 
+#include "core/in_use.h"
+
 namespace machine {
 
 namespace {
@@ -43,6 +45,12 @@ void* mapWithinReserve(std::size_t length, int protection, int flags, int file, 
 void unmap(void* base, std::size_t length) {
     ::munmap(base, length);
 }
+
+const CountedTable counted[] = {
+    {"heap blocks", [] { return heapBlocks().count(); }},
+    {"page blocks", [] { return virtualBlocks().count(); }},
+    {"views", [] { return views().count(); }},
+};
 
 }  // namespace
 

@@ -9,6 +9,7 @@
 #include <mutex>
 #include <vector>
 
+#include "core/in_use.h"
 #include "core/machine.h"
 #include "core/script.h"
 #include "libloaderapi.h"
@@ -97,6 +98,15 @@ std::string textOf(const std::vector<std::pair<std::uint32_t, std::string>>& tex
     return found == texts.end() ? std::string() : found->second;
 }
 
+std::uint64_t referenceCount() {
+    const std::lock_guard lock(mutex);
+    std::uint64_t sum = 0;
+    for (const auto& module : namedModules) sum += module->references;
+    return sum;
+}
+
+const CountedTable counted("module references", referenceCount);
+
 // The host's file as a path of the interface; empty: it lies on no drive.
 std::u16string drivePath(const std::string& host) {
     const std::unique_ptr<char, void (*)(void*)> file(::realpath(host.c_str(), nullptr), std::free);
@@ -156,13 +166,6 @@ void releaseAllModules() {
     const std::lock_guard lock(mutex);
     for (const auto& module : namedModules) module->references = 0;
     unloadUnused();
-}
-
-std::uint64_t loadedModuleReferences() {
-    const std::lock_guard lock(mutex);
-    std::uint64_t sum = 0;
-    for (const auto& module : namedModules) sum += module->references;
-    return sum;
 }
 
 std::u16string moduleFile(HMODULE handle) {

@@ -29,7 +29,6 @@ HMODULE loadModule(std::string_view name, bool asData);
 HMODULE findModule(std::string_view name);
 bool releaseModule(HMODULE module);  // false: not a module's handle
 void releaseAllModules();
-std::uint64_t loadedModuleReferences();
 
 // The path of a module's file, null standing for the program; empty: not a module's handle, or a
 // file that lies on no drive.

@@ -45,7 +45,7 @@ void ask(bool moduleComes, bool hasEntry, std::uint64_t free, DWORD freeMegabyte
                                    lookUp + asked + R"(_splitpath_s("K:\b") )" + asked);
     EXPECT_EQ(reported(Jw32FreeDiskSpace, "Q:", &bytes), Report(0, ERROR_PATH_NOT_FOUND));
     EXPECT_EQ(Jw32FreeDiskSpaceC("Q:", &plain), 0);
-    EXPECT_EQ(machine::inUse().modules, moduleComes ? 2u : 0u) << "the module stays";
+    EXPECT_EQ(machine::inUse()["module references"], moduleComes ? 2u : 0u) << "the module stays";
     std::fflush(stdout);
     std::_Exit(testing::Test::HasFailure());
 }
