@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "core/testing.h"
-#include "errhandlingapi.h"
 #include "text/case_mapping.h"
 #include "text/utf16.h"
 
@@ -18,58 +17,36 @@ std::atomic<bool> scriptActive{false};
 
 namespace {
 
-struct Rule {
-    std::string name;  // empty: any operation that can fail
-    unsigned n;        // which call; 0: every one
-    Verdict verdict;
-    std::uint32_t code;  // the last error of a failing call
-    unsigned seen = 0;
-
-    bool matches(const CallRecord& call) {
-        if (name.empty() ? !call.fallible : name != call.name) return false;
-        ++seen;
-        return n == 0 || seen == n;
-    }
-};
-
-struct MissingEntry {
-    std::string module, entryPoint;
-};
+std::mutex mutex;  // guards the script in force and what is in it
+Script* active = nullptr;
+IdleRuleListener idleRuleListener = nullptr;
 
 bool sameModule(std::string_view left, std::string_view right) {
     return equalIgnoringCase(fromUtf8(left), fromUtf8(right));
 }
 
-std::mutex mutex;
-
-}  // namespace
-
-struct Script::State {
-    std::vector<Rule> rules;
-    std::vector<MissingEntry> missing;
-    std::vector<CallRecord> calls;
-};
-
-namespace {
-Script* active = nullptr;
+template <class Character>
+bool standsForNumber(const Character* text) {
+    constexpr std::uintptr_t lowestAddress = 0x10000;
+    return reinterpret_cast<std::uintptr_t>(text) < lowestAddress;
 }
 
-struct ScriptAccess {
-    static Script::State& state(const Script& script) { return *script.state_; }
-};
+template <class Character>
+std::string numberText(const Character* text) {
+    const auto number = reinterpret_cast<std::uintptr_t>(text);
+    return number == 0 ? "null" : "#" + std::to_string(number);
+}
+
+}  // namespace
 
 namespace detail {
 
 std::string argumentText(const char* text) {
-    return text == nullptr ? "null" : "\"" + std::string(text) + "\"";
+    return standsForNumber(text) ? numberText(text) : "\"" + std::string(text) + "\"";
 }
 
 std::string argumentText(const wchar_t* text) {
-    return text == nullptr ? "null" : "\"" + toUtf8(text) + "\"";
-}
-
-std::string argumentText(const void* pointer) {
-    return pointer == nullptr ? "null" : "pointer";
+    return standsForNumber(text) ? numberText(text) : "\"" + toUtf8(text) + "\"";
 }
 
 std::string argumentText(const Bytes& bytes) {
@@ -83,66 +60,93 @@ std::string argumentText(const Bytes& bytes) {
     return first != nullptr ? text : "null";
 }
 
-Verdict consult(const char* name, Fallible fallible, std::initializer_list<std::string> arguments) {
+Decision consult(CallRecord call) {
     const std::lock_guard lock(mutex);
     if (active == nullptr) return {};
-    auto& state = ScriptAccess::state(*active);
-    state.calls.push_back({name, arguments, fallible == Fallible::Yes});
-    Verdict verdict;
-    for (auto& rule : state.rules) {
-        if (!rule.matches(state.calls.back()) || verdict) continue;
-        verdict = rule.verdict;
-        if (rule.code != 0) SetLastError(rule.code);
-    }
-    return verdict;
+    active->calls_.push_back(std::move(call));
+    return active->decide(active->calls_.back());
 }
 
 bool isMissing(std::string_view module, std::string_view entryPoint) {
-    if (!scriptActive.load(std::memory_order_relaxed)) return false;
+    if (!isScripted()) return false;
     const std::lock_guard lock(mutex);
-    if (active == nullptr) return false;
-    const auto& missing = ScriptAccess::state(*active).missing;
-    return std::any_of(missing.begin(), missing.end(), [&](const MissingEntry& entry) {
-        return entry.entryPoint == entryPoint && sameModule(entry.module, module);
-    });
+    return active != nullptr && active->isMissing(module, entryPoint);
 }
 
 }  // namespace detail
 
-Script::Script() : state_(std::make_unique<State>()) {
+Script::Script() {
     const std::lock_guard lock(mutex);
     active = this;
     detail::scriptActive.store(true, std::memory_order_relaxed);
 }
 
 Script::~Script() {
-    const std::lock_guard lock(mutex);
-    detail::scriptActive.store(false, std::memory_order_relaxed);
-    active = nullptr;
+    {
+        const std::lock_guard lock(mutex);
+        detail::scriptActive.store(false, std::memory_order_relaxed);
+        active = nullptr;
+    }
+    if (idleRuleListener == nullptr) return;
+    for (const auto& rule : idleRules()) idleRuleListener(rule);
 }
 
-void Script::fail(std::string_view name, std::uint32_t code, unsigned n) {
+// Every rule counts the call; the first one that is about it decides it.
+detail::Decision Script::decide(const CallRecord& call) {
+    Rule* decisive = nullptr;
+    for (auto& rule : rules_) {
+        const bool counts = rule.name.empty() ? call.canFail() : rule.name == call.name;
+        const bool applies = counts && rule.which.contain(++rule.seen);
+        if (applies && decisive == nullptr) decisive = &rule;
+    }
+    if (decisive == nullptr) return {};
+    decisive->hasFired = true;
+    return decisive->decision;
+}
+
+bool Script::isMissing(std::string_view module, std::string_view entryPoint) {
+    for (auto& entry : missing_) {
+        if (entry.entryPoint != entryPoint || !sameModule(entry.module, module)) continue;
+        entry.hasFired = true;
+        return true;
+    }
+    return false;
+}
+
+std::vector<std::string> Script::idleRules() const {
+    std::vector<std::string> idle;
+    for (const auto& rule : rules_) {
+        if (rule.hasFired) continue;
+        idle.push_back((rule.name.empty() ? "any operation" : rule.name) + ", " +
+                       rule.which.text());
+    }
+    for (const auto& entry : missing_) {
+        if (!entry.hasFired) idle.push_back(entry.module + " without " + entry.entryPoint);
+    }
+    return idle;
+}
+
+void Script::addRule(Rule rule) {
     const std::lock_guard lock(mutex);
-    state_->rules.push_back({std::string(name), n, Verdict::failing(), code});
+    rules_.push_back(std::move(rule));
+}
+
+void Script::fail(std::string_view name, std::uint32_t code, Calls which) {
+    addRule({std::string(name), which, {detail::Decision::Kind::Fails, code}});
 }
 
 void Script::failNth(unsigned n, std::uint32_t code) {
     fail("", code, n);
 }
 
-void Script::answer(std::string_view name, std::uintptr_t value, unsigned n) {
-    const std::lock_guard lock(mutex);
-    state_->rules.push_back({std::string(name), n, Verdict::answering(value), 0});
-}
-
 void Script::missing(std::string_view module, std::string_view entryPoint) {
     const std::lock_guard lock(mutex);
-    state_->missing.push_back({std::string(module), std::string(entryPoint)});
+    missing_.push_back({std::string(module), std::string(entryPoint)});
 }
 
 std::vector<CallRecord> Script::calls() const {
     const std::lock_guard lock(mutex);
-    return state_->calls;
+    return calls_;
 }
 
 std::vector<std::string> Script::texts() const {
@@ -154,6 +158,10 @@ std::vector<std::string> Script::texts() const {
 unsigned Script::count(std::string_view name) const {
     const auto made = calls();
     return static_cast<unsigned>(std::ranges::count(made, name, &CallRecord::name));
+}
+
+void listenForIdleRules(IdleRuleListener listener) {
+    idleRuleListener = listener;
 }
 
 }  // namespace machine

@@ -24,9 +24,8 @@ using machine::failWith;
 }  // namespace
 
 BOOL WINAPI CreateDirectoryW(LPCWSTR name, LPSECURITY_ATTRIBUTES security) try {
-    if (const auto scripted =
-            machine::call("CreateDirectoryW", name, static_cast<const void*>(security))) {
-        return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&CreateDirectoryW>(name, security)) {
+        return scripted.valueOr(FALSE);
     }
     constexpr mode_t newDirectoryMode = 0777;
     auto path = machine::parsePath(name);
@@ -43,7 +42,9 @@ BOOL WINAPI CreateDirectoryW(LPCWSTR name, LPSECURITY_ATTRIBUTES security) try {
 }
 
 BOOL WINAPI RemoveDirectoryW(LPCWSTR name) try {
-    if (const auto scripted = machine::call("RemoveDirectoryW", name)) return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&RemoveDirectoryW>(name)) {
+        return scripted.valueOr(FALSE);
+    }
     const auto path = machine::parsePath(name);
     if (const DWORD code = path.fileError()) return failWith(code, FALSE);
     const DWORD code = machine::removeDirectory(machine::findOnHost(path));
@@ -53,8 +54,9 @@ BOOL WINAPI RemoveDirectoryW(LPCWSTR name) try {
 }
 
 BOOL WINAPI SetCurrentDirectoryA(LPCSTR name) try {
-    if (const auto scripted = machine::call("SetCurrentDirectoryA", name))
-        return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&SetCurrentDirectoryA>(name)) {
+        return scripted.valueOr(FALSE);
+    }
     const auto path = machine::parsePath(machine::WideArgument(name));
     if (const DWORD code = path.fileError()) return failWith(code, FALSE);
     const auto found = machine::findOnHost(path);
@@ -70,10 +72,9 @@ BOOL WINAPI SetCurrentDirectoryA(LPCSTR name) try {
 BOOL WINAPI DeviceIoControl(HANDLE device, DWORD code, LPVOID input, DWORD inputSize, LPVOID output,
                             DWORD outputSize, LPDWORD stored, LPOVERLAPPED overlapped) try {
     const auto scripted =
-        machine::call("DeviceIoControl", device, code, machine::Bytes{input, inputSize}, inputSize,
-                      static_cast<const void*>(output), outputSize,
-                      static_cast<const void*>(stored), static_cast<const void*>(overlapped));
-    if (scripted) return scripted.or_(FALSE);
+        machine::call<&DeviceIoControl>(device, code, machine::Bytes{input, inputSize}, inputSize,
+                                        output, outputSize, stored, overlapped);
+    if (scripted) return scripted.valueOr(FALSE);
     const machine::Pinned<machine::FileObject> file(device);
     if (!file) return failWith(ERROR_INVALID_HANDLE, FALSE);
     if (code != FSCTL_SET_REPARSE_POINT) return failWith(ERROR_INVALID_FUNCTION, FALSE);

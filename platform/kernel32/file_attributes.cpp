@@ -34,8 +34,8 @@ BOOL setAttributes(LPCWSTR name, DWORD attributes) {
 }  // namespace
 
 DWORD WINAPI GetFileAttributesW(LPCWSTR name) try {
-    if (const auto scripted = machine::call("GetFileAttributesW", name)) {
-        return scripted.or_(INVALID_FILE_ATTRIBUTES);
+    if (const auto scripted = machine::call<&GetFileAttributesW>(name)) {
+        return scripted.valueOr(INVALID_FILE_ATTRIBUTES);
     }
     return getAttributes(name);
 } catch (const std::exception&) {
@@ -43,8 +43,8 @@ DWORD WINAPI GetFileAttributesW(LPCWSTR name) try {
 }
 
 DWORD WINAPI GetFileAttributesA(LPCSTR name) try {
-    if (const auto scripted = machine::call("GetFileAttributesA", name)) {
-        return scripted.or_(INVALID_FILE_ATTRIBUTES);
+    if (const auto scripted = machine::call<&GetFileAttributesA>(name)) {
+        return scripted.valueOr(INVALID_FILE_ATTRIBUTES);
     }
     return getAttributes(machine::WideArgument(name));
 } catch (const std::exception&) {
@@ -52,8 +52,8 @@ DWORD WINAPI GetFileAttributesA(LPCSTR name) try {
 }
 
 BOOL WINAPI SetFileAttributesW(LPCWSTR name, DWORD attributes) try {
-    if (const auto scripted = machine::call("SetFileAttributesW", name, attributes)) {
-        return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&SetFileAttributesW>(name, attributes)) {
+        return scripted.valueOr(FALSE);
     }
     return setAttributes(name, attributes);
 } catch (const std::exception&) {
@@ -61,8 +61,8 @@ BOOL WINAPI SetFileAttributesW(LPCWSTR name, DWORD attributes) try {
 }
 
 BOOL WINAPI SetFileAttributesA(LPCSTR name, DWORD attributes) try {
-    if (const auto scripted = machine::call("SetFileAttributesA", name, attributes)) {
-        return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&SetFileAttributesA>(name, attributes)) {
+        return scripted.valueOr(FALSE);
     }
     return setAttributes(machine::WideArgument(name), attributes);
 } catch (const std::exception&) {

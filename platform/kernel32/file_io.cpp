@@ -27,10 +27,8 @@ BOOL finished(DWORD code) {
 
 BOOL WINAPI ReadFile(HANDLE handle, LPVOID target, DWORD count, LPDWORD moved,
                      LPOVERLAPPED overlapped) try {
-    if (const auto scripted =
-            machine::call("ReadFile", handle, static_cast<const void*>(target), count,
-                          static_cast<const void*>(moved), static_cast<const void*>(overlapped))) {
-        return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&ReadFile>(handle, target, count, moved, overlapped)) {
+        return scripted.valueOr(FALSE);
     }
     *moved = 0;
     const Pinned<FileObject> file(handle);
@@ -44,10 +42,8 @@ BOOL WINAPI ReadFile(HANDLE handle, LPVOID target, DWORD count, LPDWORD moved,
 
 BOOL WINAPI WriteFile(HANDLE handle, LPCVOID source, DWORD count, LPDWORD moved,
                       LPOVERLAPPED overlapped) try {
-    if (const auto scripted =
-            machine::call("WriteFile", handle, source, count, static_cast<const void*>(moved),
-                          static_cast<const void*>(overlapped))) {
-        return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&WriteFile>(handle, source, count, moved, overlapped)) {
+        return scripted.valueOr(FALSE);
     }
     *moved = 0;
     const Pinned<FileObject> file(handle);
@@ -60,9 +56,9 @@ BOOL WINAPI WriteFile(HANDLE handle, LPCVOID source, DWORD count, LPDWORD moved,
 }
 
 DWORD WINAPI SetFilePointer(HANDLE handle, LONG distance, PLONG distanceHigh, DWORD origin) try {
-    if (const auto scripted = machine::call("SetFilePointer", handle, distance,
-                                            static_cast<const void*>(distanceHigh), origin)) {
-        return scripted.or_(INVALID_SET_FILE_POINTER);
+    if (const auto scripted =
+            machine::call<&SetFilePointer>(handle, distance, distanceHigh, origin)) {
+        return scripted.valueOr(INVALID_SET_FILE_POINTER);
     }
     const Pinned<FileObject> file(handle);
     if (!file) return failWith(ERROR_INVALID_HANDLE, INVALID_SET_FILE_POINTER);
@@ -90,7 +86,7 @@ DWORD WINAPI SetFilePointer(HANDLE handle, LONG distance, PLONG distanceHigh, DW
 }
 
 BOOL WINAPI SetEndOfFile(HANDLE handle) try {
-    if (const auto scripted = machine::call("SetEndOfFile", handle)) return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&SetEndOfFile>(handle)) return scripted.valueOr(FALSE);
     const Pinned<FileObject> file(handle);
     if (!file) return failWith(ERROR_INVALID_HANDLE, FALSE);
     if (!file->canWrite) return failWith(ERROR_ACCESS_DENIED, FALSE);
@@ -103,9 +99,8 @@ BOOL WINAPI SetEndOfFile(HANDLE handle) try {
 }
 
 DWORD WINAPI GetFileSize(HANDLE handle, LPDWORD sizeHigh) try {
-    if (const auto scripted =
-            machine::call("GetFileSize", handle, static_cast<const void*>(sizeHigh))) {
-        return scripted.or_(INVALID_FILE_SIZE);
+    if (const auto scripted = machine::call<&GetFileSize>(handle, sizeHigh)) {
+        return scripted.valueOr(INVALID_FILE_SIZE);
     }
     const Pinned<FileObject> file(handle);
     struct stat status {};

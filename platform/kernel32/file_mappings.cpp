@@ -51,10 +51,9 @@ HANDLE create(HANDLE file, DWORD protection, std::uint64_t size, LPCSTR name) {
 
 HANDLE WINAPI CreateFileMappingA(HANDLE file, LPSECURITY_ATTRIBUTES security, DWORD protection,
                                  DWORD sizeHigh, DWORD sizeLow, LPCSTR name) try {
-    if (const auto scripted =
-            machine::call("CreateFileMappingA", file, static_cast<const void*>(security),
-                          protection, sizeHigh, sizeLow, name)) {
-        return scripted.or_(HANDLE{nullptr});
+    if (const auto scripted = machine::call<&CreateFileMappingA>(file, security, protection,
+                                                                 sizeHigh, sizeLow, name)) {
+        return scripted.valueOr(nullptr);
     }
     return create(file, protection, (std::uint64_t{sizeHigh} << 32) | sizeLow, name);
 } catch (const std::exception&) {
@@ -62,8 +61,8 @@ HANDLE WINAPI CreateFileMappingA(HANDLE file, LPSECURITY_ATTRIBUTES security, DW
 }
 
 HANDLE WINAPI OpenFileMappingA(DWORD access, BOOL inherit, LPCSTR name) try {
-    if (const auto scripted = machine::call("OpenFileMappingA", access, inherit, name)) {
-        return scripted.or_(HANDLE{nullptr});
+    if (const auto scripted = machine::call<&OpenFileMappingA>(access, inherit, name)) {
+        return scripted.valueOr(nullptr);
     }
     if (name == nullptr) return refuse(ERROR_INVALID_PARAMETER);
     return insert(machine::mapExistingBlock(machine::fromAnsi(name)));
@@ -74,8 +73,8 @@ HANDLE WINAPI OpenFileMappingA(DWORD access, BOOL inherit, LPCSTR name) try {
 LPVOID WINAPI MapViewOfFile(HANDLE handle, DWORD access, DWORD offsetHigh, DWORD offsetLow,
                             SIZE_T length) try {
     if (const auto scripted =
-            machine::call("MapViewOfFile", handle, access, offsetHigh, offsetLow, length)) {
-        return scripted.or_(none);
+            machine::call<&MapViewOfFile>(handle, access, offsetHigh, offsetLow, length)) {
+        return scripted.valueOr(none);
     }
     const machine::Pinned<machine::MappingObject> mapping(handle);
     if (!mapping) return failWith(ERROR_INVALID_HANDLE, none);
@@ -87,7 +86,7 @@ LPVOID WINAPI MapViewOfFile(HANDLE handle, DWORD access, DWORD offsetHigh, DWORD
 }
 
 BOOL WINAPI UnmapViewOfFile(LPCVOID view) try {
-    if (const auto scripted = machine::call("UnmapViewOfFile", view)) return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&UnmapViewOfFile>(view)) return scripted.valueOr(FALSE);
     const bool released = machine::views().release(const_cast<LPVOID>(view));
     return released ? TRUE : failWith(ERROR_INVALID_ADDRESS, FALSE);
 } catch (const std::exception&) {

@@ -37,10 +37,9 @@ DWORD errorOf(const machine::Path& source, const machine::Path& target) {
 
 HANDLE WINAPI CreateFileW(LPCWSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
                           DWORD disposition, DWORD flags, HANDLE templateFile) try {
-    if (const auto scripted =
-            machine::call("CreateFileW", name, access, share, static_cast<const void*>(security),
-                          disposition, flags, templateFile)) {
-        return scripted.or_(INVALID_HANDLE_VALUE);
+    if (const auto scripted = machine::call<&CreateFileW>(name, access, share, security,
+                                                          disposition, flags, templateFile)) {
+        return scripted.valueOr(INVALID_HANDLE_VALUE);
     }
     return open(name, {access, share, disposition, flags});
 } catch (const std::exception&) {
@@ -49,10 +48,9 @@ HANDLE WINAPI CreateFileW(LPCWSTR name, DWORD access, DWORD share, LPSECURITY_AT
 
 HANDLE WINAPI CreateFileA(LPCSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
                           DWORD disposition, DWORD flags, HANDLE templateFile) try {
-    if (const auto scripted =
-            machine::call("CreateFileA", name, access, share, static_cast<const void*>(security),
-                          disposition, flags, templateFile)) {
-        return scripted.or_(INVALID_HANDLE_VALUE);
+    if (const auto scripted = machine::call<&CreateFileA>(name, access, share, security,
+                                                          disposition, flags, templateFile)) {
+        return scripted.valueOr(INVALID_HANDLE_VALUE);
     }
     return open(machine::WideArgument(name), {access, share, disposition, flags});
 } catch (const std::exception&) {
@@ -60,7 +58,7 @@ HANDLE WINAPI CreateFileA(LPCSTR name, DWORD access, DWORD share, LPSECURITY_ATT
 }
 
 BOOL WINAPI DeleteFileW(LPCWSTR name) try {
-    if (const auto scripted = machine::call("DeleteFileW", name)) return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&DeleteFileW>(name)) return scripted.valueOr(FALSE);
     const auto path = machine::parsePath(name);
     if (const DWORD code = path.fileError()) return failWith(code, FALSE);
     return finished(machine::removeFile(machine::findOnHost(path)));
@@ -69,7 +67,7 @@ BOOL WINAPI DeleteFileW(LPCWSTR name) try {
 }
 
 BOOL WINAPI MoveFileW(LPCWSTR from, LPCWSTR to) try {
-    if (const auto scripted = machine::call("MoveFileW", from, to)) return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&MoveFileW>(from, to)) return scripted.valueOr(FALSE);
     const auto source = machine::parsePath(from), target = machine::parsePath(to);
     if (const DWORD code = errorOf(source, target)) return failWith(code, FALSE);
     return finished(machine::moveFile(source, target));
@@ -78,8 +76,8 @@ BOOL WINAPI MoveFileW(LPCWSTR from, LPCWSTR to) try {
 }
 
 BOOL WINAPI CopyFileW(LPCWSTR from, LPCWSTR to, BOOL failIfExists) try {
-    if (const auto scripted = machine::call("CopyFileW", from, to, failIfExists)) {
-        return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&CopyFileW>(from, to, failIfExists)) {
+        return scripted.valueOr(FALSE);
     }
     const auto source = machine::parsePath(from), target = machine::parsePath(to);
     if (const DWORD code = errorOf(source, target)) return failWith(code, FALSE);

@@ -28,8 +28,8 @@ BOOL findNext(HANDLE handle, WIN32_FIND_DATAW& record) {
 }  // namespace
 
 HANDLE WINAPI FindFirstFileW(LPCWSTR name, LPWIN32_FIND_DATAW record) try {
-    if (const auto scripted = machine::call("FindFirstFileW", name)) {
-        return scripted.or_(INVALID_HANDLE_VALUE);
+    if (const auto scripted = machine::call<&FindFirstFileW>(name, record)) {
+        return scripted.valueOr(INVALID_HANDLE_VALUE);
     }
     const auto path = machine::parsePath(name, machine::Wildcards::InLastComponent);
     const bool endsInDot = machine::fromWide(name).ends_with(u'.');
@@ -42,14 +42,18 @@ HANDLE WINAPI FindFirstFileW(LPCWSTR name, LPWIN32_FIND_DATAW record) try {
 }
 
 BOOL WINAPI FindNextFileW(HANDLE search, LPWIN32_FIND_DATAW record) try {
-    if (const auto scripted = machine::call("FindNextFileW", search)) return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&FindNextFileW>(search, record)) {
+        return scripted.valueOr(FALSE);
+    }
     return findNext(search, *record);
 } catch (const std::exception&) {
     return machine::outOfMemory(FALSE);
 }
 
 BOOL WINAPI FindNextFileA(HANDLE search, LPWIN32_FIND_DATAA record) try {
-    if (const auto scripted = machine::call("FindNextFileA", search)) return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&FindNextFileA>(search, record)) {
+        return scripted.valueOr(FALSE);
+    }
     WIN32_FIND_DATAW wide;
     if (!findNext(search, wide)) return FALSE;
     record->dwFileAttributes = wide.dwFileAttributes;
@@ -66,7 +70,7 @@ BOOL WINAPI FindNextFileA(HANDLE search, LPWIN32_FIND_DATAA record) try {
 }
 
 BOOL WINAPI FindClose(HANDLE handle) try {
-    if (const auto scripted = machine::call("FindClose", handle)) return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&FindClose>(handle)) return scripted.valueOr(FALSE);
     {
         const machine::Pinned<machine::SearchObject> search(handle);
         if (!search) return failWith(ERROR_INVALID_HANDLE, FALSE);

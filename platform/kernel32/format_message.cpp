@@ -39,9 +39,9 @@ DWORD refuse(DWORD code) {
 
 DWORD WINAPI FormatMessageA(DWORD flags, LPCVOID source, DWORD messageId, DWORD languageId,
                             LPSTR buffer, DWORD size, va_list* arguments) try {
-    if (const auto scripted = machine::call("FormatMessageA", flags, source, messageId, languageId,
-                                            static_cast<const void*>(buffer), size)) {
-        return scripted.or_(DWORD{0});
+    if (const auto scripted = machine::call<&FormatMessageA>(flags, source, messageId, languageId,
+                                                             buffer, size, arguments)) {
+        return scripted.valueOr(0);
     }
     if (buffer == nullptr) return refuse(ERROR_INVALID_PARAMETER);
     const auto text = messageText(flags, source, messageId);

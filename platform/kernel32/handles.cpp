@@ -6,7 +6,7 @@
 #include "winerror.h"
 
 BOOL WINAPI CloseHandle(HANDLE handle) try {
-    if (const auto scripted = machine::call("CloseHandle", handle)) return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&CloseHandle>(handle)) return scripted.valueOr(FALSE);
     const bool isSearch = machine::kindOf(handle) == machine::ObjectKind::Search;
     if (!isSearch && machine::closeObject(handle)) return TRUE;
     return machine::failWith(ERROR_INVALID_HANDLE, FALSE);

@@ -10,7 +10,7 @@ std::atomic<UINT> errorMode{0};
 }  // namespace
 
 DWORD WINAPI GetLastError() {
-    if (const auto scripted = machine::query("GetLastError")) return scripted.or_(lastError);
+    if (const auto scripted = machine::query<&GetLastError>()) return scripted.value();
     return lastError;
 }
 
@@ -19,6 +19,6 @@ void WINAPI SetLastError(DWORD code) {
 }
 
 UINT WINAPI SetErrorMode(UINT mode) {
-    if (const auto scripted = machine::query("SetErrorMode", mode)) return scripted.or_(UINT{0});
+    if (const auto scripted = machine::query<&SetErrorMode>(mode)) return scripted.value();
     return errorMode.exchange(mode);
 }

@@ -20,8 +20,8 @@ HMODULE loadOrReport(LPCSTR name, bool asData) {
 }  // namespace
 
 HMODULE WINAPI LoadLibraryA(LPCSTR name) try {
-    if (const auto scripted = machine::call("LoadLibraryA", name)) {
-        return scripted.or_(HMODULE{nullptr});
+    if (const auto scripted = machine::call<&LoadLibraryA>(name)) {
+        return scripted.valueOr(nullptr);
     }
     return loadOrReport(name, false);
 } catch (const std::exception&) {
@@ -29,8 +29,8 @@ HMODULE WINAPI LoadLibraryA(LPCSTR name) try {
 }
 
 HMODULE WINAPI LoadLibraryExA(LPCSTR name, HANDLE reserved, DWORD flags) try {
-    if (const auto scripted = machine::call("LoadLibraryExA", name, reserved, flags)) {
-        return scripted.or_(HMODULE{nullptr});
+    if (const auto scripted = machine::call<&LoadLibraryExA>(name, reserved, flags)) {
+        return scripted.valueOr(nullptr);
     }
     return loadOrReport(name, (flags & LOAD_LIBRARY_AS_DATAFILE) != 0);
 } catch (const std::exception&) {
@@ -38,7 +38,7 @@ HMODULE WINAPI LoadLibraryExA(LPCSTR name, HANDLE reserved, DWORD flags) try {
 }
 
 BOOL WINAPI FreeLibrary(HMODULE module) try {
-    if (const auto scripted = machine::call("FreeLibrary", module)) return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&FreeLibrary>(module)) return scripted.valueOr(FALSE);
     if (machine::releaseModule(module)) return TRUE;
     SetLastError(ERROR_MOD_NOT_FOUND);
     return FALSE;
@@ -47,8 +47,8 @@ BOOL WINAPI FreeLibrary(HMODULE module) try {
 }
 
 FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name) try {
-    if (const auto scripted = machine::call("GetProcAddress", module, name)) {
-        return scripted.or_(FARPROC{nullptr});
+    if (const auto scripted = machine::call<&GetProcAddress>(module, name)) {
+        return scripted.valueOr(nullptr);
     }
     const FARPROC function = machine::entryPoint(module, name);
     if (function == nullptr) SetLastError(ERROR_PROC_NOT_FOUND);
@@ -58,8 +58,8 @@ FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name) try {
 }
 
 HMODULE WINAPI GetModuleHandleA(LPCSTR name) try {
-    if (const auto scripted = machine::call("GetModuleHandleA", name)) {
-        return scripted.or_(HMODULE{nullptr});
+    if (const auto scripted = machine::call<&GetModuleHandleA>(name)) {
+        return scripted.valueOr(nullptr);
     }
     const HMODULE module = name != nullptr ? machine::findModule(name) : nullptr;
     if (module == nullptr) SetLastError(ERROR_MOD_NOT_FOUND);
@@ -69,8 +69,8 @@ HMODULE WINAPI GetModuleHandleA(LPCSTR name) try {
 }
 
 DWORD WINAPI GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size) try {
-    if (const auto scripted = machine::call("GetModuleFileNameA", module, size)) {
-        return scripted.or_(DWORD{0});
+    if (const auto scripted = machine::call<&GetModuleFileNameA>(module, buffer, size)) {
+        return scripted.valueOr(0);
     }
     const auto file = machine::toAnsi(machine::moduleFile(module));
     if (file.empty() || size == 0) {

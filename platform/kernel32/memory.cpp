@@ -17,8 +17,8 @@ using machine::failWith;
 }  // namespace
 
 HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size) try {
-    if (const auto scripted = machine::call("GlobalAlloc", flags, size)) {
-        return scripted.or_(HGLOBAL{nullptr});
+    if (const auto scripted = machine::call<&GlobalAlloc>(flags, size)) {
+        return scripted.valueOr(nullptr);
     }
     if ((flags & ~GMEM_ZEROINIT) != 0) return failWith(ERROR_INVALID_PARAMETER, HGLOBAL{nullptr});
     const SIZE_T room = size != 0 ? size : 1;
@@ -31,8 +31,8 @@ HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size) try {
 }
 
 LPVOID WINAPI GlobalLock(HGLOBAL block) try {
-    if (const auto scripted = machine::call("GlobalLock", static_cast<const void*>(block))) {
-        return scripted.or_(LPVOID{nullptr});
+    if (const auto scripted = machine::call<&GlobalLock>(block)) {
+        return scripted.valueOr(nullptr);
     }
     const bool live = machine::heapBlocks().holds(block);
     return live ? block : failWith(ERROR_INVALID_HANDLE, LPVOID{nullptr});
@@ -41,16 +41,16 @@ LPVOID WINAPI GlobalLock(HGLOBAL block) try {
 }
 
 BOOL WINAPI GlobalUnlock(HGLOBAL block) {
-    if (const auto scripted = machine::query("GlobalUnlock", static_cast<const void*>(block))) {
-        return scripted.or_(FALSE);
+    if (const auto scripted = machine::query<&GlobalUnlock>(block)) {
+        return scripted.value();
     }
     const bool live = machine::heapBlocks().holds(block);
     return live ? TRUE : failWith(ERROR_INVALID_HANDLE, FALSE);
 }
 
 HGLOBAL WINAPI GlobalFree(HGLOBAL block) try {
-    if (const auto scripted = machine::call("GlobalFree", static_cast<const void*>(block))) {
-        return scripted.or_(block);
+    if (const auto scripted = machine::call<&GlobalFree>(block)) {
+        return scripted.valueOr(block);
     }
     const bool released = block == nullptr || machine::heapBlocks().release(block);
     return released ? nullptr : failWith(ERROR_INVALID_HANDLE, block);
@@ -59,9 +59,8 @@ HGLOBAL WINAPI GlobalFree(HGLOBAL block) try {
 }
 
 LPVOID WINAPI VirtualAlloc(LPVOID address, SIZE_T size, DWORD kind, DWORD protection) try {
-    if (const auto scripted = machine::call("VirtualAlloc", static_cast<const void*>(address), size,
-                                            kind, protection)) {
-        return scripted.or_(LPVOID{nullptr});
+    if (const auto scripted = machine::call<&VirtualAlloc>(address, size, kind, protection)) {
+        return scripted.valueOr(nullptr);
     }
     const bool known = address == nullptr && (kind & ~MEM_RESERVE) == MEM_COMMIT &&
                        protection == PAGE_READWRITE && size != 0;
@@ -76,9 +75,8 @@ LPVOID WINAPI VirtualAlloc(LPVOID address, SIZE_T size, DWORD kind, DWORD protec
 }
 
 BOOL WINAPI VirtualFree(LPVOID address, SIZE_T size, DWORD kind) try {
-    if (const auto scripted =
-            machine::call("VirtualFree", static_cast<const void*>(address), size, kind)) {
-        return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&VirtualFree>(address, size, kind)) {
+        return scripted.valueOr(FALSE);
     }
     const bool released =
         kind == MEM_RELEASE && size == 0 && machine::virtualBlocks().release(address);

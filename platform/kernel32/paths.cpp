@@ -89,8 +89,8 @@ DWORD deliverForm(LPCSTR name, NameForm nameForm, LPSTR buffer, DWORD size) {
 }  // namespace
 
 DWORD WINAPI GetFullPathNameW(LPCWSTR name, DWORD size, LPWSTR buffer, LPWSTR* lastPart) try {
-    if (const auto scripted = machine::call("GetFullPathNameW", name, size)) {
-        return scripted.or_(DWORD{0});
+    if (const auto scripted = machine::call<&GetFullPathNameW>(name, size, buffer, lastPart)) {
+        return scripted.valueOr(0);
     }
     const auto full = machine::fullPathOf(machine::fromWide(name));
     return deliverFull(full, lastPartOf(full).size(), buffer, size, lastPart);
@@ -99,8 +99,8 @@ DWORD WINAPI GetFullPathNameW(LPCWSTR name, DWORD size, LPWSTR buffer, LPWSTR* l
 }
 
 DWORD WINAPI GetFullPathNameA(LPCSTR name, DWORD size, LPSTR buffer, LPSTR* lastPart) try {
-    if (const auto scripted = machine::call("GetFullPathNameA", name, size)) {
-        return scripted.or_(DWORD{0});
+    if (const auto scripted = machine::call<&GetFullPathNameA>(name, size, buffer, lastPart)) {
+        return scripted.valueOr(0);
     }
     const auto full = machine::fullPathOf(machine::fromWide(machine::WideArgument(name)));
     const auto lastPartLength = machine::toAnsi(lastPartOf(full)).size();
@@ -110,8 +110,8 @@ DWORD WINAPI GetFullPathNameA(LPCSTR name, DWORD size, LPSTR buffer, LPSTR* last
 }
 
 DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR buffer) try {
-    if (const auto scripted = machine::call("GetCurrentDirectoryA", size)) {
-        return scripted.or_(DWORD{0});
+    if (const auto scripted = machine::call<&GetCurrentDirectoryA>(size, buffer)) {
+        return scripted.valueOr(0);
     }
     const auto path = machine::currentDirectory();
     if (const DWORD code = path.fileError()) return failWith(code, DWORD{0});
@@ -121,8 +121,8 @@ DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR buffer) try {
 }
 
 DWORD WINAPI GetLongPathNameA(LPCSTR name, LPSTR buffer, DWORD size) try {
-    if (const auto scripted = machine::call("GetLongPathNameA", name, size)) {
-        return scripted.or_(DWORD{0});
+    if (const auto scripted = machine::call<&GetLongPathNameA>(name, buffer, size)) {
+        return scripted.valueOr(0);
     }
     return deliverForm(name, longName, buffer, size);
 } catch (const std::exception&) {
@@ -130,8 +130,8 @@ DWORD WINAPI GetLongPathNameA(LPCSTR name, LPSTR buffer, DWORD size) try {
 }
 
 DWORD WINAPI GetShortPathNameA(LPCSTR name, LPSTR buffer, DWORD size) try {
-    if (const auto scripted = machine::call("GetShortPathNameA", name, size)) {
-        return scripted.or_(DWORD{0});
+    if (const auto scripted = machine::call<&GetShortPathNameA>(name, buffer, size)) {
+        return scripted.valueOr(0);
     }
     return deliverForm(name, shortName, buffer, size);
 } catch (const std::exception&) {
@@ -139,8 +139,8 @@ DWORD WINAPI GetShortPathNameA(LPCSTR name, LPSTR buffer, DWORD size) try {
 }
 
 UINT WINAPI GetSystemDirectoryA(LPSTR buffer, UINT size) try {
-    if (const auto scripted = machine::call("GetSystemDirectoryA", size)) {
-        return scripted.or_(UINT{0});
+    if (const auto scripted = machine::call<&GetSystemDirectoryA>(buffer, size)) {
+        return scripted.valueOr(0);
     }
     const auto directory = machine::current().windowsDirectory + "\\System32";
     return machine::deliver(machine::toAnsi(machine::fromUtf8(directory)), buffer, size);

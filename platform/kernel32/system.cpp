@@ -25,8 +25,8 @@ void fillExtended(OSVERSIONINFOEXA& record, const machine::Version& version) {
 }  // namespace
 
 BOOL WINAPI GetVersionExA(LPOSVERSIONINFOA record) try {
+    if (const auto scripted = machine::call<&GetVersionExA>(record)) return scripted.valueOr(FALSE);
     const DWORD size = record->dwOSVersionInfoSize;
-    if (const auto scripted = machine::call("GetVersionExA", size)) return scripted.or_(FALSE);
     const auto& version = machine::current().version;
     const bool extended = size == sizeof(OSVERSIONINFOEXA) && version.knowsExtendedRecord;
     if (!extended && size != sizeof(OSVERSIONINFOA)) {
@@ -48,7 +48,7 @@ BOOL WINAPI GetVersionExA(LPOSVERSIONINFOA record) try {
 void WINAPI GetSystemInfo(LPSYSTEM_INFO info) {
     constexpr WORD amd64 = 9;  // PROCESSOR_ARCHITECTURE_AMD64
     constexpr DWORD amd64Type = 8664;
-    if (machine::query("GetSystemInfo", static_cast<const void*>(info))) return;
+    if (machine::query<&GetSystemInfo>(info)) return;
     const auto processors = std::thread::hardware_concurrency();
     *info = {};
     info->wProcessorArchitecture = amd64;

@@ -75,8 +75,8 @@ int WINAPI lstrlenW(LPCWSTR text) {
 int WINAPI CompareStringA(LCID locale, DWORD flags, LPCSTR left, int leftLength, LPCSTR right,
                           int rightLength) try {
     if (const auto scripted =
-            machine::call("CompareStringA", locale, flags, left, leftLength, right, rightLength)) {
-        return scripted.or_(0);
+            machine::call<&CompareStringA>(locale, flags, left, leftLength, right, rightLength)) {
+        return scripted.valueOr(0);
     }
     if (left == nullptr || right == nullptr) {
         SetLastError(ERROR_INVALID_PARAMETER);
@@ -96,9 +96,9 @@ UINT WINAPI GetACP() {
 
 int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR source, int sourceLength,
                                LPWSTR target, int targetSize) try {
-    if (const auto scripted = machine::call("MultiByteToWideChar", codePage, flags, source,
-                                            sourceLength, targetSize)) {
-        return scripted.or_(0);
+    if (const auto scripted = machine::call<&MultiByteToWideChar>(
+            codePage, flags, source, sourceLength, target, targetSize)) {
+        return scripted.valueOr(0);
     }
     const UINT page = resolved(codePage);
     if (!argumentsAreValid(source, sourceLength, target, targetSize, page)) {
@@ -117,9 +117,9 @@ int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR source, int s
                                LPSTR target, int targetSize, LPCSTR defaultCharacter,
                                LPBOOL usedDefault) try {
     if (const auto scripted =
-            machine::call("WideCharToMultiByte", codePage, flags, source, sourceLength, targetSize,
-                          defaultCharacter, static_cast<const void*>(usedDefault))) {
-        return scripted.or_(0);
+            machine::call<&WideCharToMultiByte>(codePage, flags, source, sourceLength, target,
+                                                targetSize, defaultCharacter, usedDefault)) {
+        return scripted.valueOr(0);
     }
     const UINT page = resolved(codePage);
     // UTF-8 has every character, and a call that asks for substitutes is a mistake.

@@ -18,9 +18,13 @@ using machine::failWith;
 
 // Security, stack size and flags are taken as their defaults, and the number of the thread is not
 // told.
-HANDLE WINAPI CreateThread(LPSECURITY_ATTRIBUTES, SIZE_T, LPTHREAD_START_ROUTINE start,
-                           LPVOID parameter, DWORD, LPDWORD) try {
-    if (const auto scripted = machine::call("CreateThread")) return scripted.or_(HANDLE{nullptr});
+HANDLE WINAPI CreateThread(LPSECURITY_ATTRIBUTES security, SIZE_T stackSize,
+                           LPTHREAD_START_ROUTINE start, LPVOID parameter, DWORD flags,
+                           LPDWORD number) try {
+    if (const auto scripted =
+            machine::call<&CreateThread>(security, stackSize, start, parameter, flags, number)) {
+        return scripted.valueOr(nullptr);
+    }
     const auto ending = std::make_shared<machine::Ending>();
     const HANDLE handle = machine::insertObject(std::make_unique<machine::ThreadObject>(ending));
     if (handle == nullptr) return failWith(ERROR_NOT_ENOUGH_MEMORY, HANDLE{nullptr});
@@ -40,8 +44,8 @@ DWORD WINAPI GetCurrentProcessId() {
 }
 
 DWORD WINAPI WaitForSingleObject(HANDLE handle, DWORD milliseconds) try {
-    if (const auto scripted = machine::call("WaitForSingleObject", handle, milliseconds)) {
-        return scripted.or_(WAIT_FAILED);
+    if (const auto scripted = machine::call<&WaitForSingleObject>(handle, milliseconds)) {
+        return scripted.valueOr(WAIT_FAILED);
     }
     const machine::Pinned<machine::ThreadObject> thread(handle);
     if (!thread) return failWith(ERROR_INVALID_HANDLE, WAIT_FAILED);

@@ -70,8 +70,8 @@ std::uint64_t clusterSizeFor(const machine::DiskSpace& space) {
 
 // A root may come without its backslash here. What names no drive has no root directory.
 UINT WINAPI GetDriveTypeA(LPCSTR root) try {
-    if (const auto scripted = machine::query("GetDriveTypeA", root)) {
-        return scripted.or_(DRIVE_NO_ROOT_DIR);
+    if (const auto scripted = machine::query<&GetDriveTypeA>(root)) {
+        return scripted.value();
     }
     std::string text = root == nullptr ? "" : root;
     if (text.size() == 2 && text[1] == ':') text += '\\';
@@ -90,11 +90,9 @@ UINT WINAPI GetDriveTypeA(LPCSTR root) try {
 BOOL WINAPI GetVolumeInformationW(LPCWSTR root, LPWSTR label, DWORD labelSize, LPDWORD serial,
                                   LPDWORD longestComponent, LPDWORD flags, LPWSTR fileSystem,
                                   DWORD systemSize) try {
-    const auto pointer = [](const void* target) { return target; };
-    if (const auto scripted = machine::call("GetVolumeInformationW", root, pointer(label),
-                                            labelSize, pointer(serial), pointer(longestComponent),
-                                            pointer(flags), pointer(fileSystem), systemSize)) {
-        return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&GetVolumeInformationW>(
+            root, label, labelSize, serial, longestComponent, flags, fileSystem, systemSize)) {
+        return scripted.valueOr(FALSE);
     }
     const auto path = rootOrCurrent(root);
     if (path.error != 0) return failWith(path.error, FALSE);
@@ -117,8 +115,9 @@ BOOL WINAPI GetVolumeInformationW(LPCWSTR root, LPWSTR label, DWORD labelSize, L
 
 BOOL WINAPI GetDiskFreeSpaceExA(LPCSTR directory, PULARGE_INTEGER available, PULARGE_INTEGER total,
                                 PULARGE_INTEGER free) try {
-    if (const auto scripted = machine::call("GetDiskFreeSpaceExA", directory)) {
-        return scripted.or_(FALSE);
+    if (const auto scripted =
+            machine::call<&GetDiskFreeSpaceExA>(directory, available, total, free)) {
+        return scripted.valueOr(FALSE);
     }
     machine::DiskSpace space;
     if (const DWORD code = findSpace(directory, space)) return failWith(code, FALSE);
@@ -132,7 +131,10 @@ BOOL WINAPI GetDiskFreeSpaceExA(LPCSTR directory, PULARGE_INTEGER available, PUL
 
 BOOL WINAPI GetDiskFreeSpaceA(LPCSTR root, LPDWORD sectorsPerCluster, LPDWORD bytesPerSector,
                               LPDWORD freeClusters, LPDWORD totalClusters) try {
-    if (const auto scripted = machine::call("GetDiskFreeSpaceA", root)) return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&GetDiskFreeSpaceA>(
+            root, sectorsPerCluster, bytesPerSector, freeClusters, totalClusters)) {
+        return scripted.valueOr(FALSE);
+    }
     machine::DiskSpace space;
     if (const DWORD code = findSpace(root, space)) return failWith(code, FALSE);
     const auto cluster = clusterSizeFor(space);

@@ -8,7 +8,9 @@
 #include "processes/environment.h"
 
 errno_t _dupenv_s(char** value, std::size_t* length, const char* name) try {
-    if (const auto scripted = machine::call("_dupenv_s", name)) return scripted.or_(ENOMEM);
+    if (const auto scripted = machine::callForCode<&_dupenv_s>(value, length, name)) {
+        return scripted.code();
+    }
     if (value == nullptr || name == nullptr) return EINVAL;
     *value = nullptr;
     if (length != nullptr) *length = 0;
@@ -23,7 +25,9 @@ errno_t _dupenv_s(char** value, std::size_t* length, const char* name) try {
 }
 
 int _putenv(const char* assignment) try {
-    if (const auto scripted = machine::call("_putenv", assignment)) return scripted.or_(-1);
+    if (const auto scripted = machine::callForErrno<&_putenv>(assignment)) {
+        return scripted.valueOr(-1);
+    }
     const char* const sign = assignment == nullptr ? nullptr : std::strchr(assignment, '=');
     if (sign == nullptr || sign == assignment) return -1;
     const std::string name(assignment, sign);

@@ -6,9 +6,8 @@
 #include "host/host_errors.h"
 
 char* _strdup(const char* text) try {
-    if (const auto scripted = machine::call("_strdup", text)) {
-        errno = ENOMEM;
-        return scripted.or_(static_cast<char*>(nullptr));
+    if (const auto scripted = machine::callForErrno<&_strdup>(text)) {
+        return scripted.valueOr(nullptr);
     }
     return text == nullptr ? nullptr : ::strdup(text);
 } catch (const std::exception&) {

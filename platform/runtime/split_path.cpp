@@ -57,7 +57,11 @@ struct Target {
 errno_t _splitpath_s(const char* path, char* drive, std::size_t driveSize, char* directory,
                      std::size_t directorySize, char* name, std::size_t nameSize, char* extension,
                      std::size_t extensionSize) try {
-    if (const auto scripted = machine::call("_splitpath_s", path)) return scripted.or_(EINVAL);
+    if (const auto scripted =
+            machine::callForCode<&_splitpath_s>(path, drive, driveSize, directory, directorySize,
+                                                name, nameSize, extension, extensionSize)) {
+        return scripted.code();
+    }
     if (path == nullptr) return EINVAL;
     const auto parts = split(path);
     const Target targets[] = {{drive, driveSize, parts.drive},

@@ -37,8 +37,8 @@ std::optional<std::string> folderFor(const char* wanted) {
 }  // namespace
 
 char* _tempnam(const char* directory, const char* prefix) try {
-    if (const auto scripted = machine::call("_tempnam", directory, prefix)) {
-        return scripted.or_(static_cast<char*>(nullptr));
+    if (const auto scripted = machine::callForErrno<&_tempnam>(directory, prefix)) {
+        return scripted.valueOr(nullptr);
     }
     auto stem = folderFor(directory);
     if (!stem) return nullptr;

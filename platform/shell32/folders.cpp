@@ -132,9 +132,9 @@ HRESULT verify(const std::string& text, int flags) {
 
 // The current and the default place of a folder are the same here.
 HRESULT WINAPI SHGetFolderPathA(HWND owner, int folder, HANDLE token, DWORD type, LPSTR path) try {
-    const auto scripted = machine::call("SHGetFolderPathA", static_cast<const void*>(owner), folder,
-                                        token, type, static_cast<const void*>(path));
-    if (scripted) return scripted.or_(E_FAIL);
+    const auto scripted =
+        machine::callForHresult<&SHGetFolderPathA>(owner, folder, token, type, path);
+    if (scripted) return scripted.code();
     if (path == nullptr || type > SHGFP_TYPE_DEFAULT) return E_INVALIDARG;
     path[0] = '\0';
     const auto* const known = folderOf(folder & folderMask);

@@ -62,8 +62,8 @@ std::string canonical(std::string_view path) {
 }  // namespace
 
 BOOL WINAPI PathCanonicalizeA(LPSTR target, LPCSTR path) try {
-    if (const auto scripted = machine::call("PathCanonicalizeA", path)) {
-        return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&PathCanonicalizeA>(target, path)) {
+        return scripted.valueOr(FALSE);
     }
     if (target == nullptr || path == nullptr) {
         SetLastError(ERROR_INVALID_PARAMETER);

@@ -7,8 +7,8 @@
 #include "shlwapi.h"
 
 LPSTR WINAPI PathAddBackslashA(LPSTR path) try {
-    if (const auto scripted = machine::call("PathAddBackslashA", path)) {
-        return scripted.or_(LPSTR{nullptr});
+    if (const auto scripted = machine::call<&PathAddBackslashA>(machine::Text{path})) {
+        return scripted.valueOr(nullptr);
     }
     const auto length = path == nullptr ? MAX_PATH : std::strlen(path);
     if (length >= MAX_PATH) return nullptr;
@@ -23,8 +23,8 @@ LPSTR WINAPI PathAddBackslashA(LPSTR path) try {
 }
 
 LPSTR WINAPI PathRemoveBackslashA(LPSTR path) try {
-    if (const auto scripted = machine::call("PathRemoveBackslashA", path)) {
-        return scripted.or_(LPSTR{nullptr});
+    if (const auto scripted = machine::call<&PathRemoveBackslashA>(machine::Text{path})) {
+        return scripted.valueOr(nullptr);
     }
     if (path == nullptr) return nullptr;
     const auto places = backslashesOf(path);
@@ -37,7 +37,8 @@ LPSTR WINAPI PathRemoveBackslashA(LPSTR path) try {
 }
 
 BOOL WINAPI PathStripToRootA(LPSTR path) try {
-    if (const auto scripted = machine::call("PathStripToRootA", path)) return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&PathStripToRootA>(machine::Text{path}))
+        return scripted.valueOr(FALSE);
     if (path == nullptr) return FALSE;
     if (const auto length = rootLength(path)) {
         path[length] = '\0';

@@ -20,8 +20,8 @@ std::size_t completeRootLength(const std::u16string& path) {
 }  // namespace
 
 BOOL WINAPI PathIsSameRootW(LPCWSTR left, LPCWSTR right) try {
-    if (const auto scripted = machine::call("PathIsSameRootW", left, right)) {
-        return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&PathIsSameRootW>(left, right)) {
+        return scripted.valueOr(FALSE);
     }
     const auto first = machine::fromWide(left), second = machine::fromWide(right);
     const auto length = completeRootLength(first);
@@ -33,7 +33,7 @@ BOOL WINAPI PathIsSameRootW(LPCWSTR left, LPCWSTR right) try {
 }
 
 BOOL WINAPI PathIsUNCW(LPCWSTR path) try {
-    if (const auto scripted = machine::call("PathIsUNCW", path)) return scripted.or_(FALSE);
+    if (const auto scripted = machine::call<&PathIsUNCW>(path)) return scripted.valueOr(FALSE);
     return machine::fromWide(path).substr(0, 2) == u"\\\\" ? TRUE : FALSE;
 } catch (const std::exception&) {
     return machine::outOfMemory(FALSE);

@@ -9,8 +9,9 @@
 #include "winuser.h"
 
 int WINAPI LoadStringA(HINSTANCE module, UINT id, LPSTR buffer, int size) try {
-    if (const auto scripted = machine::call("LoadStringA", module, id, size))
-        return scripted.or_(0);
+    if (const auto scripted = machine::call<&LoadStringA>(module, id, buffer, size)) {
+        return scripted.valueOr(0);
+    }
     if (buffer == nullptr || size <= 0) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return 0;

@@ -28,7 +28,7 @@ class FileCalls : public ScratchDrives {
 };
 
 TEST_F(FileCalls, OpenWithTheCallersFlagsInThePlatformsOrder) {
-    script->answer("CreateFileW", 0x1234);
+    script->answer<&CreateFileW>(reinterpret_cast<HANDLE>(0x1234));
     EXPECT_EQ(Jw32FileCreate("name", 1, 2, 3, 4), reinterpret_cast<void*>(0x1234));
     EXPECT_EQ(made("CreateFileW"), "CreateFileW(name, 1, 4, null, 2, 3, null) ");
 }
@@ -45,7 +45,9 @@ TEST_F(FileCalls, CloseTheFileWhoseSizeFailsAfterItsCodeWasRead) {
 }
 
 TEST_F(FileCalls, TakeAShortCountOrAFarPositionForNoFailureOfThePlatform) {
-    for (auto n : {"ReadFile", "WriteFile", "SetFilePointer"}) script->answer(n, 0xFFFFFFFE);
+    script->answer<&ReadFile>(-2);
+    script->answer<&WriteFile>(-2);
+    script->answer<&SetFilePointer>(0xFFFFFFFE);
     EXPECT_EQ(reported(Jw32FileRead, nullptr, nullptr, 4), Report(0));
     EXPECT_EQ(Jw32FileSeek(nullptr, 0) + Jw32FileSeekEnd(nullptr), 2);
     EXPECT_EQ(reported(Jw32FileWrite, nullptr, "text", 4), Report(0));
@@ -57,9 +59,9 @@ TEST_F(FileCalls, MoveOnOneDriveByRenamingAndRelativeNamesByCopying) {
     EXPECT_EQ(Jw32FileMove(first.c_str(), second.c_str()), 1);
     EXPECT_EQ(made("FindFirstFileW FindClose PathIsSameRootW MoveFileW CopyFileW DeleteFileW "
                    "SetFileAttributesW"),
-              "FindFirstFileW(" + from + ") FindClose(pointer) PathIsSameRootW(" + from + "\\, " +
-                  to + "\\) MoveFileW(" + from + ", " + to + ") FindFirstFileW(" + first +
-                  ") FindClose(pointer) PathIsSameRootW(" + first + "\\, " + second +
+              "FindFirstFileW(" + from + ", pointer) FindClose(pointer) PathIsSameRootW(" + from +
+                  "\\, " + to + "\\) MoveFileW(" + from + ", " + to + ") FindFirstFileW(" + first +
+                  ", pointer) FindClose(pointer) PathIsSameRootW(" + first + "\\, " + second +
                   "\\) CopyFileW(" + first + ", " + second + ", 0) DeleteFileW(" + first + ") ");
 }
 
@@ -69,7 +71,7 @@ TEST_F(FileCalls, HideAFileByThatAttributeAlone) {
 }
 
 TEST_F(FileCalls, TryEveryLevelOfADirectory) {
-    script->fail("CreateDirectoryW", ERROR_BAD_PATHNAME, 0);
+    script->fail("CreateDirectoryW", ERROR_BAD_PATHNAME, machine::everyCall);
     for (const char* const path : {"C:\\a", "\\\\server\\share\\d", "C:\\a\\b\\", "dir\\sub\\x"}) {
         EXPECT_EQ(reported(Jw32DirectoryCreate, path), Report(0, ERROR_BAD_PATHNAME)) << path;
     }
@@ -82,8 +84,8 @@ TEST_F(FileCalls, TryEveryLevelOfADirectory) {
 }
 
 TEST_F(FileCalls, TakeAttributesOfADirectoryAwayBeforeTheyAddThem) {
-    script->answer("CreateDirectoryW", TRUE);
-    script->answer("GetFileAttributesA", 0x35);
+    script->answer<&CreateDirectoryW>(TRUE);
+    script->answer<&GetFileAttributesA>(0x35);
     for (const DWORD add : {0x06, 0}) Jw32DirectoryCreateAttr("C:\\a", add, 0x24);
     Jw32DirectoryCreateAttr("C:\\a", 0, 0);
     EXPECT_EQ(made("GetFileAttributesA SetFileAttributesA"),

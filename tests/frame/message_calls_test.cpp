@@ -25,7 +25,7 @@ TEST(Messages, OfTheNetworkAreLookedUpWithinTheirRangeOnly) {
     const std::string load = R"(LoadLibraryExA("netmsg.dll", null, 2))";
     const std::string own = "FormatMessageA(6144, pointer, ",
                       system = "FormatMessageA(4096, null, ";
-    const std::string rest = ", 1024, pointer, 256)", release = "FreeLibrary(pointer)";
+    const std::string rest = ", 1024, pointer, 256, null)", release = "FreeLibrary(pointer)";
     for (const DWORD code : {2100, 2999}) {
         const auto message = own + std::to_string(code) + rest;
         EXPECT_THAT(callsOf(Jw32SystemMessage, code), ElementsAre(load, message, release));

@@ -9,16 +9,20 @@ namespace {
 
 using namespace testing;
 
-// The names of the calls that convert, and what makes them.
-const std::pair<const char*, void (*)()> conversions[] = {
-    {"MultiByteToWideChar", [] { EXPECT_EQ(Jw32WideName("name")[3], L'e'); }},
-    {"WideCharToMultiByte", [] { EXPECT_STREQ(Jw32AnsiName(L"name"), "name"); }}};
+using machine::Script;
+
+// The calls that convert, how they are answered for, and what makes them.
+const std::tuple<const char*, void (Script::*)(int, machine::Calls), void (*)()> conversions[] = {
+    {"MultiByteToWideChar", &Script::answer<&MultiByteToWideChar>,
+     [] { EXPECT_EQ(Jw32WideName("name")[3], L'e'); }},
+    {"WideCharToMultiByte", &Script::answer<&WideCharToMultiByte>,
+     [] { EXPECT_STREQ(Jw32AnsiName(L"name"), "name"); }}};
 
 TEST(Conversions, AskForTheRoomThatIsNeededOnce) {
-    for (const auto& [call, convert] : conversions) {
-        machine::Script script;
+    for (const auto& [call, answer, convert] : conversions) {
+        Script script;
         script.fail(call, ERROR_INSUFFICIENT_BUFFER, 1);
-        script.answer(call, 129, 2);
+        (script.*answer)(129, 2);
         convert();
         EXPECT_THAT(script.texts(), ElementsAre(_, _, _, ContainsRegex("[(]3, 0, .*, 129")));
     }
@@ -37,11 +41,11 @@ TEST(Conversions, ThrowTheCodeOfTheCallThatFailedLast) {
                       {ERROR_INSUFFICIENT_BUFFER, 3, 0x8007007A},
                       {ERROR_INVALID_FUNCTION, 3, 0x80070057, -5}};
     for (const auto& row : rows) {
-        for (const auto& [call, convert] : conversions) {
-            machine::Script script;
+        for (const auto& [call, answer, convert] : conversions) {
+            Script script;
             if (row.call > 1) script.fail(call, ERROR_INSUFFICIENT_BUFFER, 1);
-            if (row.call > 2) script.answer(call, static_cast<DWORD>(row.room), 2);
-            script.fail(call, row.code, row.call);
+            if (row.call > 2) (script.*answer)(row.room, 2);
+            if (row.room > 0) script.fail(call, row.code, row.call);
             DWORD thrown = 0;
             try {
                 convert();

@@ -61,7 +61,7 @@ TEST(SystemVersion, FallsBackToTheSmallerRecordAndThenToNone) {
         .version = {.major = 5, .minor = 1, .suiteMask = 0x10, .knowsExtendedRecord = false}});
     machine::Script script;
     EXPECT_EQ(System().GetOperatingSystem(), System::eWinXP);
-    script.fail("GetVersionExA", ERROR_CALL_NOT_IMPLEMENTED, 0);
+    script.fail("GetVersionExA", ERROR_CALL_NOT_IMPLEMENTED, machine::everyCall);
     const System none;
     EXPECT_EQ(script.count("GetVersionExA"), 4u);
     EXPECT_EQ(none.IsUnknownOS(), 1);

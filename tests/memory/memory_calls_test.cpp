@@ -93,7 +93,7 @@ TEST_F(MmFileCalls, SettleForTheLargestHalfThatCanBeMapped) {
 
 TEST_F(MmFileCalls, EndWithNothingWhenNoViewCanBeHad) {
     machine::Script script;
-    script.fail("MapViewOfFile", ERROR_NOT_ENOUGH_MEMORY, 0);
+    script.fail("MapViewOfFile", ERROR_NOT_ENOUGH_MEMORY, machine::everyCall);
     EXPECT_EQ(open(reading, name), Report(false, ERROR_NOT_ENOUGH_MEMORY));
     EXPECT_EQ(views(script), "4:0 ") << "the whole file or nothing";
     EXPECT_EQ(openPart(reading, name), Report(false, ERROR_NOT_ENOUGH_MEMORY));
@@ -158,13 +158,13 @@ TEST_F(SharedMemoryCalls, AskForWriteAccessAndEndInOrder) {
 TEST_F(SharedMemoryCalls, FillTheBlockWithZeros) {
     std::fill(bytes, bytes + 3, static_cast<unsigned char>(7));
     const HANDLE mapping = OpenFileMappingA(FILE_MAP_WRITE, FALSE, "jw32-made");
-    script.answer("CreateFileMappingA", reinterpret_cast<std::uintptr_t>(mapping));
+    script.answer<&CreateFileMappingA>(mapping);
     EXPECT_NE(other.Create("jw32-new", 2), nullptr);
     EXPECT_EQ(std::string(bytes, bytes + 3), std::string("\0\0\7", 3)) << "the size asked for";
 }
 
 TEST_F(SharedMemoryCalls, TakeABlockThatCameBetweenForOneThatStood) {
-    script.answer("OpenFileMappingA", 0, 1);
+    script.answer<&OpenFileMappingA>(nullptr, 1);
     const auto create = [this](auto... t) { return other.Create("jw32-made", 1 << 20, t...); };
     EXPECT_EQ(reported(create), Report(nullptr));
     EXPECT_EQ(other.Size(), 0u);

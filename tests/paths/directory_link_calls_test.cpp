@@ -32,13 +32,14 @@ const std::string sent =
 TEST_F(DirectoryLinkCalls, AreMadeInOrder) {
     machine::Script script;
     EXPECT_EQ(make("D:\\.\\abc", 0, "C:\\.\\l"), 1);
-    EXPECT_EQ(callsOf(script),
-              R"(GetVolumeInformationW("C:\", null, 0, null, pointer, pointer, null, 0) )"
-              R"(LoadLibraryA("Kernel32.dll") GetProcAddress(pointer, "GetFullPathNameW") )"
-              R"(GetFullPathNameW("D:\.\abc", 260) GetFullPathNameW("C:\.\l", 260) )"
-              R"(FreeLibrary(pointer) CreateDirectoryW("C:\l", null) GetFileAttributesW("C:\l") )"
-              R"(CreateFileW("C:\l", 1073741824, 0, null, 3, 35651584, null) )" +
-                  sent);
+    EXPECT_EQ(
+        callsOf(script),
+        R"(GetVolumeInformationW("C:\", null, 0, null, pointer, pointer, null, 0) )"
+        R"(LoadLibraryA("Kernel32.dll") GetProcAddress(pointer, "GetFullPathNameW") )"
+        R"(GetFullPathNameW("D:\.\abc", 260, pointer, pointer) GetFullPathNameW("C:\.\l", 260, pointer, pointer) )"
+        R"(FreeLibrary(pointer) CreateDirectoryW("C:\l", null) GetFileAttributesW("C:\l") )"
+        R"(CreateFileW("C:\l", 1073741824, 0, null, 3, 35651584, null) )" +
+            sent);
     removeTree(place);
     EXPECT_EQ(make("D:\\abc", 7), 1) << "a dry run, which sends nothing";
     EXPECT_THAT(callsOf(script),
@@ -84,7 +85,7 @@ TEST_F(DirectoryLinkCalls, ThatFailLeaveWhatTheyShould) {
 TEST_F(DirectoryLinkCalls, NeedAVolumeThatHasLinksAndPathsThatFit) {
     machine::Script script;
     for (const unsigned n : {253u, 259u}) EXPECT_EQ(make("D:\\" + std::string(n, 'x')), 0) << n;
-    script.answer("GetFullPathNameW", 260, 2);
+    script.answer<&GetFullPathNameW>(260, 2);
     EXPECT_EQ(make("D:\\abc"), 0) << "the link does not fit";
     script.fail("MultiByteToWideChar", ERROR_GEN_FAILURE, 2);
     EXPECT_THROW(make("D:\\abc"), CAtlException) << "the target cannot be converted";

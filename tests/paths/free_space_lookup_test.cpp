@@ -24,7 +24,7 @@ machine::Machine withFree(std::uint64_t bytes) {
 // Ends the process, with 0 if all is as it should be.
 void ask(bool moduleComes, bool hasEntry, std::uint64_t free, DWORD freeMegabytes) {
     machine::Script script;
-    if (!moduleComes) script.fail("LoadLibraryA", ERROR_MOD_NOT_FOUND, 0);
+    if (!moduleComes) script.fail("LoadLibraryA", ERROR_MOD_NOT_FOUND, machine::everyCall);
     if (!hasEntry) script.missing("kernel32.dll", "GetDiskFreeSpaceExA");
     const bool tellsBytes = moduleComes && hasEntry;
     ULARGE_INTEGER bytes, plain;
@@ -39,10 +39,14 @@ void ask(bool moduleComes, bool hasEntry, std::uint64_t free, DWORD freeMegabyte
     std::string lookUp = R"(LoadLibraryA("KERNEL32.DLL") )";
     if (moduleComes) lookUp += R"(GetProcAddress(pointer, "GetDiskFreeSpaceExA") )";
     const std::string asked =
-        tellsBytes ? R"(GetDiskFreeSpaceExA("K:") )" : R"(GetDiskFreeSpaceA("K:\") )";
-    EXPECT_EQ(callsOf(script), R"(_splitpath_s("\\s\share") _splitpath_s("K:") )" + lookUp + asked +
-                                   R"(_splitpath_s("K:\a") )" + asked + R"(_splitpath_s("K:") )" +
-                                   lookUp + asked + R"(_splitpath_s("K:\b") )" + asked);
+        tellsBytes ? R"(GetDiskFreeSpaceExA("K:", pointer, pointer, pointer) )"
+                   : R"(GetDiskFreeSpaceA("K:\", pointer, pointer, pointer, pointer) )";
+    const auto split = [](const std::string& path) {
+        return "_splitpath_s(\"" + path + "\", pointer, 4, null, 0, null, 0, null, 0) ";
+    };
+    EXPECT_EQ(callsOf(script), split("\\\\s\\share") + split("K:") + lookUp + asked +
+                                   split("K:\\a") + asked + split("K:") + lookUp + asked +
+                                   split("K:\\b") + asked);
     EXPECT_EQ(reported(Jw32FreeDiskSpace, "Q:", &bytes), Report(0, ERROR_PATH_NOT_FOUND));
     EXPECT_EQ(Jw32FreeDiskSpaceC("Q:", &plain), 0);
     EXPECT_EQ(machine::inUse()["module references"], moduleComes ? 2u : 0u) << "the module stays";

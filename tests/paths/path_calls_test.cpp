@@ -19,13 +19,14 @@
 
 namespace {
 
+using machine::Script;
 using testing::EndsWith;
 using testing::StartsWith;
 
 TEST(Device, IsAskedUnderAQuietErrorMode) {
     const UINT former = SetErrorMode(4);
-    machine::Script script;
-    script.answer("GetVolumeInformationW", 77);
+    Script script;
+    script.answer<&GetVolumeInformationW>(77);
     EXPECT_EQ(Jw32DeviceIsReady("A:\\"), 77);
     EXPECT_EQ(callsOf(script),
               R"(SetErrorMode(1) GetVolumeInformationW("A:\", pointer, 260, null, )"
@@ -37,8 +38,8 @@ TEST(Device, IsAskedUnderAQuietErrorMode) {
 
 TEST(Path, IsJudgedByItsDriveAndAskedAboutOnlyAsFarAsNeeded) {
     for (UINT kind = DRIVE_UNKNOWN; kind <= DRIVE_RAMDISK; ++kind) {
-        machine::Script script;
-        script.answer("GetDriveTypeA", kind);
+        Script script;
+        script.answer<&GetDriveTypeA>(kind);
         const int isRemovable = kind == DRIVE_REMOVABLE, isDrive = kind > DRIVE_NO_ROOT_DIR;
         for (const int accepted : {0, 1}) {
             const int valid = isDrive && (accepted || !isRemovable);
@@ -49,20 +50,21 @@ TEST(Path, IsJudgedByItsDriveAndAskedAboutOnlyAsFarAsNeeded) {
             EXPECT_EQ(Jw32PathIsValid("  ", accepted, nullptr), 0) << kind;
         }
     }
-    machine::Script script;
+    Script script;
     script.fail("PathCanonicalizeA", ERROR_INVALID_PARAMETER, 4);  // and nothing follows from it
     EXPECT_EQ(Jw32PathIsValid("\\\\s\\share", 0, nullptr), 1);
     EXPECT_EQ(Jw32PathIsValid("C:\\a\\..\\b", 0, nullptr), 1);
     EXPECT_EQ(Jw32PathIsEqual("C:\\a", "D:\\a"), 0);
     script.fail("PathCanonicalizeA", ERROR_INVALID_PARAMETER);
     EXPECT_EQ(Jw32PathIsValid("C:\\c", 0, nullptr), 0) << "without a canonical form";
-    EXPECT_EQ(callsOf(script),
-              R"(PathCanonicalizeA("\\s\share") PathIsUNCW("\\s\share") )"
-              R"(PathCanonicalizeA("\\s\share") PathCanonicalizeA("C:\a\..\b") PathIsUNCW("C:\b") )"
-              R"(PathStripToRootA("C:\b") GetDriveTypeA("C:\") PathCanonicalizeA("C:\a\..\b") )"
-              R"(PathAddBackslashA("C:\a") PathAddBackslashA("D:\a") )"
-              R"(PathIsSameRootW("C:\a\", "D:\a\") PathCanonicalizeA("C:\c") )");
-    script.answer("GetShortPathNameA", 5);
+    EXPECT_EQ(
+        callsOf(script),
+        R"(PathCanonicalizeA(pointer, "\\s\share") PathIsUNCW("\\s\share") )"
+        R"(PathCanonicalizeA(pointer, "\\s\share") PathCanonicalizeA(pointer, "C:\a\..\b") PathIsUNCW("C:\b") )"
+        R"(PathStripToRootA("C:\b") GetDriveTypeA("C:\") PathCanonicalizeA(pointer, "C:\a\..\b") )"
+        R"(PathAddBackslashA("C:\a") PathAddBackslashA("D:\a") )"
+        R"(PathIsSameRootW("C:\a\", "D:\a\") PathCanonicalizeA(pointer, "C:\c") )");
+    script.answer<&GetShortPathNameA>(5);
     EXPECT_EQ(Jw32PathIsEqual("C:\\a\\b", "C:\\a\\c"), 0) << "without a short form";
     EXPECT_EQ(Jw32IsReservedDeviceName("con"), 1);
     EXPECT_EQ(script.texts().back(), R"(CompareStringA(2048, 1, "CON", -1, "con", -1))");
@@ -73,18 +75,18 @@ TEST(ModulePath, IsThatOfTheBareDriveForAModuleInItsRoot) {
     const auto program = std::filesystem::canonical("/proc/self/exe");
     machine.drives.push_back({.letter = 'M', .folder = program.parent_path().string()});
     const machine::Installed installed(machine);
-    const machine::Script script;
+    const Script script;
     char buffer[MAX_PATH] = "";
     EXPECT_EQ(Jw32GetModulePath(nullptr, buffer, MAX_PATH), 1);
     EXPECT_STREQ(buffer, "M:");
-    EXPECT_EQ(callsOf(script), "GetModuleFileNameA(null, 260) ");
+    EXPECT_EQ(callsOf(script), "GetModuleFileNameA(null, pointer, 260) ");
 }
 
 TEST(FolderPath, IsAskedOfTheModulesInOrder) {
     // The counts are those of modules loaded, questions, and modules released.
     const auto asks = [](int result, std::vector<unsigned> counts, int missing, auto arrange) {
         char buffer[MAX_PATH] = "text";
-        machine::Script script;
+        Script script;
         arrange(script);
         if (missing > 0) script.missing("shell32.dll", "SHGetFolderPathA");
         if (missing > 1) script.missing("shfolder.dll", "SHGetFolderPathA");
@@ -96,9 +98,9 @@ TEST(FolderPath, IsAskedOfTheModulesInOrder) {
         EXPECT_TRUE(asked > 0 || buffer == std::string("text")) << buffer;
         return callsOf(script);
     };
-    const auto calls = asks(1, {2, 2, 2}, 1, [](auto& script) {
-        script.answer("SHGetFolderPathA", S_FALSE, 1);
-        script.fail("CreateDirectoryW", ERROR_ACCESS_DENIED, 0);
+    const auto calls = asks(1, {2, 2, 2}, 1, [](Script& script) {
+        script.answer<&SHGetFolderPathA>(S_FALSE, 1);
+        script.fail("CreateDirectoryW", ERROR_ACCESS_DENIED, machine::everyCall);
     });
     const char* const expected =
         R"(LoadLibraryA("Shell32.dll") GetProcAddress(pointer, "SHGetFolderPathA") )"
@@ -107,12 +109,12 @@ TEST(FolderPath, IsAskedOfTheModulesInOrder) {
         R"(SHGetFolderPathA(null, 32773, null, 0, pointer) )"
         R"(SHGetFolderPathA(null, 32773, null, 1, pointer) FreeLibrary(pointer) PathAdd)";
     EXPECT_THAT(calls, StartsWith(expected));
-    asks(0, {2, 0, 2}, 2, [](auto&) {});
-    asks(0, {2, 0, 1}, 1, [](auto& script) { script.fail("LoadLibraryA", 126, 2); });
-    asks(0, {1, 0, 0}, 0, [](auto& script) { script.fail("LoadLibraryA", 126); });
-    asks(1, {1, 2, 1}, 0, [](auto& script) { script.fail("SHGetFolderPathA", 0); });
-    asks(0, {1, 2, 1}, 0, [](auto& script) { script.answer("SHGetFolderPathA", S_FALSE); });
-    asks(0, {1, 1, 1}, 0, [](auto& script) { script.answer("SHGetFolderPathA", 2); });
+    asks(0, {2, 0, 2}, 2, [](Script&) {});
+    asks(0, {2, 0, 1}, 1, [](Script& script) { script.fail("LoadLibraryA", 126, 2); });
+    asks(0, {1, 0, 0}, 0, [](Script& script) { script.fail("LoadLibraryA", 126); });
+    asks(1, {1, 2, 1}, 0, [](Script& script) { script.fail("SHGetFolderPathA", 5); });
+    asks(0, {1, 2, 1}, 0, [](Script& script) { script.answer<&SHGetFolderPathA>(S_FALSE); });
+    asks(0, {1, 1, 1}, 0, [](Script& script) { script.answer<&SHGetFolderPathA>(2); });
 }
 
 std::string temporaryDirectory() {
@@ -123,13 +125,14 @@ std::string temporaryDirectory() {
 TEST(TemporaryDirectory, OfTheEnvironmentIsGivenInItsLongFormWhereThereIsOne) {
     const TemporaryVariables kept;
     kept.set("", "C:\\a");
-    machine::Script script;
+    Script script;
     EXPECT_EQ(temporaryDirectory(), "C:\\a");
-    EXPECT_EQ(callsOf(script),
-              R"(_dupenv_s("TMP") _dupenv_s("TEMP") _putenv("TMP=C:\a") )"
-              R"(LoadLibraryA("Kernel32.dll") GetProcAddress(pointer, "GetLongPathNameA") )"
-              R"(GetLongPathNameA("C:\a", 520) FreeLibrary(pointer) )");
-    script.answer("GetLongPathNameA", 520);
+    EXPECT_EQ(
+        callsOf(script),
+        R"(_dupenv_s(pointer, pointer, "TMP") _dupenv_s(pointer, pointer, "TEMP") _putenv("TMP=C:\a") )"
+        R"(LoadLibraryA("Kernel32.dll") GetProcAddress(pointer, "GetLongPathNameA") )"
+        R"(GetLongPathNameA("C:\a", pointer, 520) FreeLibrary(pointer) )");
+    script.answer<&GetLongPathNameA>(520);
     EXPECT_EQ(temporaryDirectory(), "C:\\a") << "the long form does not fit";
     script.missing("kernel32.dll", "GetLongPathNameA");
     EXPECT_EQ(temporaryDirectory(), "C:\\a") << "the entry is missing";
@@ -143,15 +146,17 @@ TEST(TemporaryDirectory, OfItsOwnNeedsASystemDirectoryAndRoom) {
     auto machine = machine::current();
     machine.windowsDirectory = "C:\\" + std::string(243, 'w');
     const machine::Installed withoutRoom(machine);
-    machine::Script script;
-    script.answer("GetSystemDirectoryA", 0, 1);
-    script.answer("GetSystemDirectoryA", 3, 2);  // and leaves the array empty
+    Script script;
+    script.answer<&GetSystemDirectoryA>(0, 1);
+    script.answer<&GetSystemDirectoryA>(3, 2);  // and leaves the array empty
     for (const int time : {1, 2, 3}) EXPECT_EQ(temporaryDirectory(), "") << time;
-    const std::string asked = R"(_dupenv_s("TMP") _dupenv_s("TEMP") GetSystemDirectoryA(260) )";
+    const std::string asked =
+        R"(_dupenv_s(pointer, pointer, "TMP") _dupenv_s(pointer, pointer, "TEMP") GetSystemDirectoryA(pointer, 260) )";
     EXPECT_EQ(callsOf(script), asked + asked + asked);
     machine.windowsDirectory.pop_back();
     const machine::Installed withRoom(machine);
-    script.fail("CreateDirectoryW", ERROR_ACCESS_DENIED, 0);  // it is used even if it is not made
+    script.fail("CreateDirectoryW", ERROR_ACCESS_DENIED,
+                machine::everyCall);  // it is used even if it is not made
     EXPECT_EQ(temporaryDirectory().size(), 260u);
     const auto own = kept.get("TMP") + "\") ";
     EXPECT_THAT(callsOf(script), EndsWith(") _putenv(\"TMP=" + own + "_putenv(\"TEMP=" + own));
@@ -160,9 +165,9 @@ TEST(TemporaryDirectory, OfItsOwnNeedsASystemDirectoryAndRoom) {
 TEST(TemporaryName, IsHandedOnWhereThereIsOneThatFits) {
     const std::string folder(260, 'd'), n(256, 'n');
     std::string buffer(8, 'x');
-    machine::Script script;
+    Script script;
     const auto creates = [&script](const std::string& name) {
-        script.answer("_tempnam", reinterpret_cast<std::uintptr_t>(strdup(name.c_str())), 1);
+        script.answer<&_tempnam>(strdup(name.c_str()), 1);
         return reported(Jw32CreateTempFile, "C:\\a", "p", GENERIC_WRITE, OPEN_ALWAYS,
                         FILE_FLAG_DELETE_ON_CLOSE, FILE_SHARE_READ);
     };

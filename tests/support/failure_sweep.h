@@ -65,7 +65,7 @@ inline std::vector<std::string> callsOf(const Swept& swept) {
         std::map<std::string, int> times;
         for (const auto& call : script.calls()) {
             const auto made = call.name + "#" + std::to_string(++times[call.name]);
-            if (call.fallible) result.push_back(made);
+            if (call.canFail()) result.push_back(made);
         }
     }
     EXPECT_EQ(machine::inUse(), before) << "leaks";

@@ -47,6 +47,8 @@ std::ptrdiff_t openDescriptors() {
 class TestMachine : public testing::Environment {
   public:
     void SetUp() override {
+        machine::listenForIdleRules(
+            [](const std::string& rule) { ADD_FAILURE() << "a rule never fired: " << rule; });
         descriptors_ = openDescriptors();
         folder_ = makeTemporaryFolder();
         installed_.emplace(testDrives(folder_));
