@@ -8,3 +8,10 @@ export WINEDLLOVERRIDES="mscoree=d;mshtml=d;winemenubuilder.exe=d"
 if [ "$bits" = 32 ]; then
     export WINEDLLPATH=$jw32_cache/wine-i386/usr/lib/i386-linux-gnu/wine
 fi
+
+# Without a whole prefix Wine starts nothing, reports nothing and still gives 0.
+require_prefix() {
+    [ ! -e "$WINEPREFIX/ready" ] || return 0
+    echo "${0##*/}: $WINEPREFIX is not ready: run scripts/setup.sh wine$bits" >&2
+    exit 1
+}
