@@ -13,7 +13,8 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 demo_packages=(g++ cmake ninja-build)
-host_packages=(g++ cmake ninja-build googletest libbenchmark-dev pkg-config python3 doxygen)
+host_packages=(g++ cmake ninja-build googletest libbenchmark-dev pkg-config python3 doxygen
+               python3-olefile 7zip)
 windows_packages=(wine64 g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix xvfb xauth)
 
 missing_of() {
