@@ -13,7 +13,7 @@
 #include "core/machine.h"
 #include "core/script.h"
 #include "libloaderapi.h"
-#include "modules/entry_points.h"
+#include "modules/exports.h"
 #include "names/paths.h"
 #include "text/case_mapping.h"
 #include "text/utf16.h"
@@ -137,7 +137,7 @@ void notifyModules(DWORD reason) {
 
 HMODULE loadModule(std::string_view name, bool asData) {
     const auto full = withExtension(name);
-    if (!isSystemModule(full) && dataModule(full) == nullptr) return nullptr;
+    if (systemModule(full) == nullptr && dataModule(full) == nullptr) return nullptr;
     const std::lock_guard lock(mutex);
     auto* module = named(full, asData);
     if (module == nullptr) module = &addNamed(full, asData);
@@ -183,7 +183,8 @@ FARPROC entryPoint(HMODULE handle, const char* name) {
     const std::lock_guard lock(mutex);
     const auto* const module = named(handle);
     if (module == nullptr || detail::isMissing(module->name, name)) return nullptr;
-    return systemEntryPoint(module->name, name);
+    const auto* const exports = systemModule(module->name);
+    return exports != nullptr ? exports->entryPoint(name) : nullptr;
 }
 
 std::string moduleString(HMODULE handle, std::uint32_t id) {

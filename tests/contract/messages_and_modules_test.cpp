@@ -40,6 +40,23 @@ TEST(Modules, OfTheSystemAreAlwaysThereAndNoOthers) {
     EXPECT_FALSE(FreeLibrary(nullptr));
 }
 
+TEST(Modules, OfferTheirOwnEntryPoints) {
+    struct {
+        const char *module, *entryPoint;
+    } const rows[] = {{"kernel32.dll", "GetDiskFreeSpaceExA"},
+                      {"Shell32", "SHGetFolderPathA"},
+                      {"SHFolder", "SHGetFolderPathA"},
+                      {"user32.dll", "LoadStringA"},
+                      {"shlwapi.dll", "PathCanonicalizeA"}};
+    for (const auto& row : rows) {
+        const HMODULE module = LoadLibraryA(row.module);
+        ASSERT_NE(module, nullptr) << row.module;
+        EXPECT_NE(GetProcAddress(module, row.entryPoint), nullptr) << row.entryPoint;
+        EXPECT_EQ(GetProcAddress(module, "CreateFontA"), nullptr) << row.module;
+        EXPECT_TRUE(FreeLibrary(module));
+    }
+}
+
 TEST(Version, FillsTheRecordsOfTheTwoKnownSizes) {
     OSVERSIONINFOEXA record;
     const auto fill = [&record](DWORD size) {
