@@ -25,6 +25,7 @@ configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/jw32Config.cmake.in
 write_basic_package_version_file(${CMAKE_BINARY_DIR}/jw32ConfigVersion.cmake
     COMPATIBILITY SameMajorVersion)
 install(FILES ${CMAKE_BINARY_DIR}/jw32Config.cmake ${CMAKE_BINARY_DIR}/jw32ConfigVersion.cmake
+        ${CMAKE_CURRENT_LIST_DIR}/Jw32Resources.cmake ${JW32_MODULE_START}
         DESTINATION ${package_folder})
 
 if(WIN32)

@@ -7,7 +7,7 @@
 #include "frame/error_triple.h"
 #include "frame/owner.h"
 #include "memory/release_record.h"
-#include "resources/strings.h"
+#include "resources/string_ids.h"
 
 namespace {
 

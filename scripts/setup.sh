@@ -12,8 +12,8 @@
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
-demo_packages=(g++ cmake ninja-build)
-host_packages=(g++ cmake ninja-build googletest libbenchmark-dev pkg-config python3 doxygen
+demo_packages=(g++ cmake ninja-build binutils-mingw-w64-x86-64)
+host_packages=("${demo_packages[@]}" googletest libbenchmark-dev pkg-config python3 doxygen
                python3-olefile 7zip)
 windows_packages=(wine64 g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix xvfb xauth)
 
@@ -97,7 +97,8 @@ make_prefix() {
 
 # The demo is content with these tools wherever they come from.
 has_demo_tools() {
-    command -v g++ && command -v cmake && command -v ninja
+    command -v g++ && command -v cmake && command -v ninja &&
+        command -v x86_64-w64-mingw32-windres
 }
 
 case ${1:-} in

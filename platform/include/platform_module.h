@@ -1,27 +1,19 @@
-// What a shared object brings along to count as a module: its entry and its string table.
+// What a shared object or a program brings along to count as a module: its entry and its resources.
 //
-// A shared object that links jw32_platform_module gets a constructor that makes the module known
-// and calls its entry, as the loader does with a DLL. It defines these two itself.
+// The CMake function jw32_target_resources adds what makes the module known when it is loaded, and
+// calls its entry, as the loader of Windows does. The entry, DllMain, may be left out.
 #pragma once
 
 #include "windef.h"
 
-struct PlatformModuleString {
-    UINT id;
-    const char* text;  // UTF-8
+struct PlatformModule {
+    // Resources as a resource compiler writes them, one file after the other; they last as long as
+    // the module. Null: there are none.
+    const void* resources;
+    std::size_t resourceSize;                       // bytes
+    BOOL(WINAPI* entry)(HINSTANCE, DWORD, LPVOID);  // null: nobody is called
 };
 
-struct PlatformModuleStrings {
-    const PlatformModuleString* first;
-    std::size_t count;
-};
-
-extern "C" {
-BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID reserved);
-extern const PlatformModuleStrings platformModuleStrings;
-}
-
-// Called by the module's constructor and destructor.
-WINBASEAPI void platformAttachModule(HINSTANCE handle, const PlatformModuleStrings* strings,
-                                     BOOL (*entry)(HINSTANCE, DWORD, LPVOID));
+// Called by the module's constructor and destructor. The handle is the module's base address.
+WINBASEAPI void platformAttachModule(HINSTANCE handle, const PlatformModule* module);
 WINBASEAPI void platformDetachModule(HINSTANCE handle);

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <string>
 
+#include "core/ansi.h"
 #include "core/script.h"
 #include "errhandlingapi.h"
 #include "host/host_errors.h"
@@ -12,12 +13,15 @@
 
 namespace {
 
-std::string messageText(DWORD flags, LPCVOID source, DWORD id) {
+std::string moduleMessage(LPCVOID source, DWORD id, DWORD language) {
+    const machine::UsedModule module(static_cast<HMODULE>(const_cast<void*>(source)));
+    if (!module) return {};
+    return machine::toAnsi(module->message(id, static_cast<LANGID>(language)));
+}
+
+std::string messageText(DWORD flags, LPCVOID source, DWORD id, DWORD language) {
     std::string text;
-    if ((flags & FORMAT_MESSAGE_FROM_HMODULE) != 0) {
-        const auto module = static_cast<HMODULE>(const_cast<void*>(source));
-        text = machine::moduleMessage(module, id);
-    }
+    if ((flags & FORMAT_MESSAGE_FROM_HMODULE) != 0) text = moduleMessage(source, id, language);
     if (text.empty() && (flags & FORMAT_MESSAGE_FROM_SYSTEM) != 0) text = systemMessage(id);
     return text;
 }
@@ -44,7 +48,7 @@ DWORD WINAPI FormatMessageA(DWORD flags, LPCVOID source, DWORD messageId, DWORD 
         return scripted.valueOr(0);
     }
     if (buffer == nullptr) return refuse(ERROR_INVALID_PARAMETER);
-    const auto text = messageText(flags, source, messageId);
+    const auto text = messageText(flags, source, messageId, languageId);
     if (text.empty()) return refuse(ERROR_MR_MID_NOT_FOUND);
     const bool literal = (flags & FORMAT_MESSAGE_IGNORE_INSERTS) != 0;
     // Inserts are not carried out: whoever calls here gives no arguments for them.

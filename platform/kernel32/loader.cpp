@@ -50,7 +50,8 @@ FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name) try {
     if (const auto scripted = machine::call<&GetProcAddress>(module, name)) {
         return scripted.valueOr(nullptr);
     }
-    const FARPROC function = machine::entryPoint(module, name);
+    const machine::UsedModule used(module);
+    const FARPROC function = used ? used->entryPoint(name) : nullptr;
     if (function == nullptr) SetLastError(ERROR_PROC_NOT_FOUND);
     return function;
 } catch (const std::exception&) {
@@ -61,7 +62,8 @@ HMODULE WINAPI GetModuleHandleA(LPCSTR name) try {
     if (const auto scripted = machine::call<&GetModuleHandleA>(name)) {
         return scripted.valueOr(nullptr);
     }
-    const HMODULE module = name != nullptr ? machine::findModule(name) : nullptr;
+    const HMODULE module =
+        name != nullptr ? machine::findModule(name) : machine::UsedModule(nullptr)->handle();
     if (module == nullptr) SetLastError(ERROR_MOD_NOT_FOUND);
     return module;
 } catch (const std::exception&) {
@@ -72,7 +74,8 @@ DWORD WINAPI GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size) try {
     if (const auto scripted = machine::call<&GetModuleFileNameA>(module, buffer, size)) {
         return scripted.valueOr(0);
     }
-    const auto file = machine::toAnsi(machine::moduleFile(module));
+    const machine::UsedModule used(module);
+    const auto file = used ? machine::toAnsi(used->file()) : std::string();
     if (file.empty() || size == 0) {
         SetLastError(file.empty() ? ERROR_MOD_NOT_FOUND : ERROR_INSUFFICIENT_BUFFER);
         return 0;

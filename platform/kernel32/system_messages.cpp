@@ -83,6 +83,7 @@ constexpr SystemMessage messages[] = {
     {ERROR_RESOURCE_DATA_NOT_FOUND, "The module has no resources.\r\n"},
     {ERROR_RESOURCE_TYPE_NOT_FOUND, "The module has no resource of that type.\r\n"},
     {ERROR_RESOURCE_NAME_NOT_FOUND, "The module has no resource of that name.\r\n"},
+    {ERROR_RESOURCE_LANG_NOT_FOUND, "The module has the resource in no such language.\r\n"},
 };
 
 static_assert(std::is_sorted(std::begin(messages), std::end(messages),

@@ -1,44 +1,31 @@
-// The modules of the process, their references and what can be looked up in them.
+// The modules of the process and the references to them.
 #include "modules/modules.h"
 
-#include <dlfcn.h>
-
 #include <algorithm>
-#include <cstdlib>
+#include <list>
 #include <memory>
-#include <mutex>
-#include <vector>
 
 #include "core/in_use.h"
-#include "core/machine.h"
-#include "core/script.h"
 #include "libloaderapi.h"
-#include "modules/exports.h"
-#include "names/paths.h"
-#include "text/case_mapping.h"
-#include "text/utf16.h"
+#include "modules/announced_module.h"
+#include "modules/named_module.h"
 
 namespace machine {
 
 namespace {
 
-// A module that was asked for by name. Its address is its handle.
-struct NamedModule {
-    std::string name;
-    bool asData;
-    std::uint64_t references;
+struct Loaded {
+    std::unique_ptr<Module> module;
+    bool stays;  // without references too
+    std::uint64_t references = 0;
 };
 
-std::recursive_mutex mutex;  // recursive: a module's entry may look modules up
-std::vector<SharedModule> sharedModules;
-std::vector<std::unique_ptr<NamedModule>> namedModules;
+// Recursive, and a list: a module's entry may look modules up and load others.
+std::recursive_mutex mutex;
+std::list<Loaded> loadedModules;
 
 // Every process has this module, whoever asks for it or lets it go.
 constexpr std::string_view alwaysLoaded = "kernel32.dll";
-
-bool sameName(std::string_view left, std::string_view right) {
-    return equalIgnoringCase(fromUtf8(left), fromUtf8(right));
-}
 
 // Names of modules may come without their ".dll".
 std::string withExtension(std::string_view name) {
@@ -46,174 +33,118 @@ std::string withExtension(std::string_view name) {
     return std::string(name) + (bare ? ".dll" : "");
 }
 
-const DataModule* dataModule(std::string_view name) {
-    const auto& modules = current().dataModules;
-    const auto found = std::find_if(modules.begin(), modules.end(), [&](const DataModule& module) {
-        return sameName(module.name, name);
-    });
-    return found == modules.end() ? nullptr : &*found;
+template <class Matches>
+Loaded* findLoaded(Matches matches) {
+    const auto found = std::ranges::find_if(
+        loadedModules, [&](const Loaded& loaded) { return matches(*loaded.module); });
+    return found == loadedModules.end() ? nullptr : &*found;
 }
 
-HMODULE handleOf(NamedModule& module) {
-    return reinterpret_cast<HMODULE>(&module);
+Loaded* byHandle(HMODULE handle) {
+    return findLoaded([handle](const Module& module) { return module.handle() == handle; });
 }
 
-NamedModule* named(HMODULE handle) {
-    for (const auto& module : namedModules) {
-        if (handleOf(*module) == handle) return module.get();
-    }
-    return nullptr;
+Loaded* byName(std::string_view name, bool asData) {
+    return findLoaded([&](const Module& module) { return module.answersTo(name, asData); });
 }
 
-NamedModule* named(std::string_view name, bool asData) {
-    for (const auto& module : namedModules) {
-        if (sameName(module->name, name) && module->asData == asData) return module.get();
-    }
-    return nullptr;
+Loaded& add(std::unique_ptr<Module> module, bool stays) {
+    return loadedModules.emplace_back(std::move(module), stays);
 }
 
-NamedModule& addNamed(const std::string& name, bool asData) {
-    namedModules.push_back(std::make_unique<NamedModule>(NamedModule{name, asData, 0}));
-    return *namedModules.back();
+Loaded& addNamed(const std::string& name, bool asData) {
+    auto module = std::make_unique<NamedModule>(name, asData);
+    const bool stays = module->answersTo(alwaysLoaded, false);
+    return add(std::move(module), stays);
+}
+
+// A program that did not announce itself has no resources.
+Loaded& program() {
+    auto* const announced = byHandle(programHandle());
+    if (announced != nullptr) return *announced;
+    return add(std::make_unique<AnnouncedModule>(programHandle(), PlatformModule{}), true);
 }
 
 void unloadUnused() {
-    std::erase_if(namedModules, [](const auto& module) {
-        const bool stays = !module->asData && sameName(module->name, alwaysLoaded);
-        return module->references == 0 && !stays;
-    });
-}
-
-const SharedModule* shared(HMODULE handle) {
-    for (const auto& module : sharedModules) {
-        if (module.handle == handle) return &module;
-    }
-    return nullptr;
-}
-
-std::string textOf(const std::vector<std::pair<std::uint32_t, std::string>>& texts,
-                   std::uint32_t id) {
-    const auto found = std::find_if(texts.begin(), texts.end(),
-                                    [&](const auto& text) { return text.first == id; });
-    return found == texts.end() ? std::string() : found->second;
+    std::erase_if(loadedModules,
+                  [](const Loaded& loaded) { return loaded.references == 0 && !loaded.stays; });
 }
 
 std::uint64_t referenceCount() {
     const std::lock_guard lock(mutex);
     std::uint64_t sum = 0;
-    for (const auto& module : namedModules) sum += module->references;
+    for (const auto& loaded : loadedModules) sum += loaded.references;
     return sum;
 }
 
 const CountedTable counted("module references", referenceCount);
 
-// The host's file as a path of the interface; empty: it lies on no drive.
-std::u16string drivePath(const std::string& host) {
-    const std::unique_ptr<char, void (*)(void*)> file(::realpath(host.c_str(), nullptr), std::free);
-    const auto path = file == nullptr ? Path{} : pathOfHost(file.get());
-    return path.kind == Path::Kind::File ? path.text() : std::u16string();
-}
-
 }  // namespace
 
-void attachModule(const SharedModule& module) {
+void attachModule(HMODULE handle, const PlatformModule& module) {
     const std::lock_guard lock(mutex);
-    sharedModules.push_back(module);
-    module.entry(module.handle, DLL_PROCESS_ATTACH, nullptr);
+    add(std::make_unique<AnnouncedModule>(handle, module), true).module->notify(DLL_PROCESS_ATTACH);
 }
 
-void detachModule(HINSTANCE handle) {
+void detachModule(HMODULE handle) {
     const std::lock_guard lock(mutex);
-    if (const auto* const module = shared(handle)) {
-        module->entry(handle, DLL_PROCESS_DETACH, nullptr);
-        std::erase_if(sharedModules, [&](const auto& other) { return other.handle == handle; });
-    }
+    const auto* const loaded = byHandle(handle);
+    if (loaded == nullptr) return;
+    loaded->module->notify(DLL_PROCESS_DETACH);
+    std::erase_if(loadedModules,
+                  [handle](const Loaded& other) { return other.module->handle() == handle; });
 }
 
 void notifyModules(DWORD reason) {
     const std::lock_guard lock(mutex);
-    for (const auto& module : sharedModules) module.entry(module.handle, reason, nullptr);
+    for (const auto& loaded : loadedModules) loaded.module->notify(reason);
 }
 
 HMODULE loadModule(std::string_view name, bool asData) {
     const auto full = withExtension(name);
-    if (systemModule(full) == nullptr && dataModule(full) == nullptr) return nullptr;
+    if (!NamedModule::exists(full)) return nullptr;
     const std::lock_guard lock(mutex);
-    auto* module = named(full, asData);
-    if (module == nullptr) module = &addNamed(full, asData);
-    ++module->references;
-    return handleOf(*module);
+    auto* loaded = byName(full, asData);
+    if (loaded == nullptr) loaded = &addNamed(full, asData);
+    ++loaded->references;
+    return loaded->module->handle();
 }
 
 HMODULE findModule(std::string_view name) {
     const auto full = withExtension(name);
     const std::lock_guard lock(mutex);
-    auto* module = named(full, false);
-    if (module == nullptr && sameName(full, alwaysLoaded)) module = &addNamed(full, false);
-    return module == nullptr ? nullptr : handleOf(*module);
+    auto* loaded = byName(full, false);
+    const NamedModule wanted(full, false);
+    if (loaded == nullptr && wanted.answersTo(alwaysLoaded, false)) {
+        loaded = &addNamed(full, false);
+    }
+    return loaded == nullptr ? nullptr : loaded->module->handle();
 }
 
 bool releaseModule(HMODULE handle) {
     const std::lock_guard lock(mutex);
-    auto* const module = named(handle);
-    if (module == nullptr) return false;
-    if (module->references > 0) --module->references;
+    auto* const loaded = byHandle(handle);
+    if (loaded == nullptr) return false;
+    if (loaded->references > 0) --loaded->references;
     unloadUnused();
     return true;
 }
 
 void releaseAllModules() {
     const std::lock_guard lock(mutex);
-    for (const auto& module : namedModules) module->references = 0;
+    for (auto& loaded : loadedModules) loaded.references = 0;
     unloadUnused();
 }
 
-std::u16string moduleFile(HMODULE handle) {
-    if (handle == nullptr) return drivePath("/proc/self/exe");
-    const std::lock_guard lock(mutex);
-    if (const auto* const module = named(handle)) {
-        return fromUtf8(current().windowsDirectory + "\\System32\\" + module->name);
-    }
-    Dl_info info{};
-    const bool isShared = shared(handle) != nullptr && ::dladdr(handle, &info) != 0;
-    return isShared ? drivePath(info.dli_fname) : std::u16string();
-}
-
-FARPROC entryPoint(HMODULE handle, const char* name) {
-    const std::lock_guard lock(mutex);
-    const auto* const module = named(handle);
-    if (module == nullptr || detail::isMissing(module->name, name)) return nullptr;
-    const auto* const exports = systemModule(module->name);
-    return exports != nullptr ? exports->entryPoint(name) : nullptr;
-}
-
-std::string moduleString(HMODULE handle, std::uint32_t id) {
-    const std::lock_guard lock(mutex);
-    if (const auto* const module = named(handle)) {
-        const auto* const data = dataModule(module->name);
-        return data != nullptr ? textOf(data->strings, id) : std::string();
-    }
-    const auto* const module = shared(handle);
-    if (module == nullptr) return {};
-    const auto* const first = module->strings->first;
-    const auto* const last = first + module->strings->count;
-    const auto* const found =
-        std::find_if(first, last, [&](const auto& string) { return string.id == id; });
-    return found == last ? std::string() : std::string(found->text);
-}
-
-std::string moduleMessage(HMODULE handle, std::uint32_t id) {
-    const std::lock_guard lock(mutex);
-    const auto* const module = named(handle);
-    const auto* const data = module != nullptr ? dataModule(module->name) : nullptr;
-    return data != nullptr ? textOf(data->messages, id) : std::string();
+UsedModule::UsedModule(HMODULE handle) : lock_(mutex) {
+    const auto* const loaded = handle == nullptr ? &program() : byHandle(handle);
+    module_ = loaded == nullptr ? nullptr : loaded->module.get();
 }
 
 }  // namespace machine
 
-void platformAttachModule(HINSTANCE handle, const PlatformModuleStrings* strings,
-                          BOOL (*entry)(HINSTANCE, DWORD, LPVOID)) {
-    machine::attachModule({handle, entry, strings});
+void platformAttachModule(HINSTANCE handle, const PlatformModule* module) {
+    machine::attachModule(handle, *module);
 }
 
 void platformDetachModule(HINSTANCE handle) {

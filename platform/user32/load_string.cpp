@@ -1,6 +1,7 @@
 // Strings from a module's string table.
 #include <algorithm>
 
+#include "core/ansi.h"
 #include "core/script.h"
 #include "errhandlingapi.h"
 #include "host/host_errors.h"
@@ -16,8 +17,10 @@ int WINAPI LoadStringA(HINSTANCE module, UINT id, LPSTR buffer, int size) try {
         SetLastError(ERROR_INVALID_PARAMETER);
         return 0;
     }
-    const auto text = machine::moduleString(module, id);
-    if (text.empty()) SetLastError(ERROR_RESOURCE_NAME_NOT_FOUND);
+    const machine::UsedModule used(module);
+    DWORD error = ERROR_RESOURCE_DATA_NOT_FOUND;
+    const auto text = used ? machine::toAnsi(used->string(id, error)) : std::string();
+    if (text.empty()) SetLastError(error);
     const auto length =
         text.copy(buffer, std::min(text.size(), static_cast<std::size_t>(size) - 1));
     buffer[length] = '\0';
