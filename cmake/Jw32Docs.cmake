@@ -15,8 +15,8 @@ set(DOXYGEN_MACRO_EXPANSION YES)
 set(DOXYGEN_GENERATE_LATEX NO)
 set(DOXYGEN_HAVE_DOT NO)
 set(DOXYGEN_QUIET YES)
-doxygen_add_docs(docs ${CMAKE_SOURCE_DIR}/include ${CMAKE_SOURCE_DIR}/README.md
-    ${CMAKE_SOURCE_DIR}/docs COMMENT "Building the reference pages")
+doxygen_add_docs(docs ${CMAKE_SOURCE_DIR}/include ${CMAKE_BINARY_DIR}/include
+    ${CMAKE_SOURCE_DIR}/README.md ${CMAKE_SOURCE_DIR}/docs COMMENT "Building the reference pages")
 if(JW32_TESTS AND NOT WIN32 AND NOT JW32_SANITIZE AND NOT JW32_COVERAGE)
     add_test(NAME docs COMMAND ${CMAKE_COMMAND} --build ${CMAKE_BINARY_DIR} --target docs)
 endif()

@@ -18,3 +18,4 @@
 #include "jw32/shared_memory.h"
 #include "jw32/system_version.h"
 #include "jw32/temporary_files.h"
+#include "jw32/version.h"

@@ -4,9 +4,11 @@
 #include <cstdio>
 #include <cstring>
 
+#include <jw32/version.h>
+
 int main() {
     char text[50] = "";
     LoadStringA(GetModuleHandleA(nullptr), 1, text, sizeof text);
     std::puts(text);
-    return std::strcmp(text, "carried by the program") == 0 ? 0 : 1;
+    return std::strcmp(text, JW32_VERSION_TEXT) == 0 ? 0 : 1;
 }
