@@ -2,7 +2,7 @@
 #include <array>
 #include <limits>
 
-#include "jw32/arithmetic.h"
+#include "jw32/crc.h"
 
 namespace {
 

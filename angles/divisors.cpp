@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "angles/constants.h"
-#include "jw32/arithmetic.h"
+#include "jw32/divisors.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Temperatures in degrees Celsius and kelvin.
-#include "jw32/arithmetic.h"
+#include "jw32/temperature.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <climits>
 
 #include "frame/messages.h"
-#include "jw32/frame.h"
+#include "jw32/resource_handle.h"
 
 ErrorTriple::ErrorTriple(DWORD* pdwError, char* pszError, DWORD dwErrorSize)
     : pdwError_(pdwError), pszError_(pszError), dwErrorSize_(dwErrorSize) {

@@ -1,5 +1,5 @@
 // The module in which the library looks for its resources.
-#include "jw32/frame.h"
+#include "jw32/resource_handle.h"
 
 namespace {
 HINSTANCE resourceHandle = nullptr;

@@ -1,6 +1,6 @@
 /// @file
 /// Finding directories and creating whole paths of them. Failures are reported through the error
-/// triple (see frame.h); where there is no memory for a copy of the path, the code is
+/// triple (see jw32.h); where there is no memory for a copy of the path, the code is
 /// ERROR_NOT_ENOUGH_MEMORY.
 #pragma once
 

@@ -5,7 +5,7 @@
 #include "jw32/export.h"
 
 /// Makes a directory stand for another one, by a mount point (a reparse point of NTFS). Names that
-/// cannot be converted to wide text raise CAtlException (see frame.h).
+/// cannot be converted to wide text raise CAtlException (see jw32.h).
 ///
 /// The directory is made when it does not exist; one that does must be empty, as the platform asks.
 /// The target need not exist and is not looked at. A directory that already is a link is left

@@ -1,6 +1,6 @@
 /// @file
 /// File operations. They work on the caller's handles, which they never close, and report through
-/// the error triple (see frame.h). Positions and sizes have 32 bits. Names may have any length.
+/// the error triple (see jw32.h). Positions and sizes have 32 bits. Names may have any length.
 #pragma once
 
 #include <windows.h>

@@ -1,5 +1,5 @@
 /// @file
-/// Free space of drives, in bytes and in megabytes, with the error triple (see frame.h) and
+/// Free space of drives, in bytes and in megabytes, with the error triple (see jw32.h) and
 /// without.
 ///
 /// Only the drive letter of a path is looked at, so the rest of it need not exist; a path without a

@@ -41,7 +41,7 @@ class JW32_API CJw32Memory {
     /// @param nSize the size in bytes
     /// @param nThreshold blocks of more bytes than this come from the system's pages, others from
     ///        the global heap; 0: 524288
-    /// @param[out] pdwError, pszError, dwErrorSize the error triple (see frame.h)
+    /// @param[out] pdwError, pszError, dwErrorSize the error triple (see jw32.h)
     /// @return the block, which stays the object's; null on failure, and with a clear triple when
     ///         the size is 0 or the object is open. A failure leaves the object as it was.
     unsigned char* Open(unsigned int nSize, unsigned int nThreshold = 0, DWORD* pdwError = nullptr,

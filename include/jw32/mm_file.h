@@ -52,7 +52,7 @@ class JW32_API CJw32MmFile {
     ///
     /// @param eMode what for; any other value is refused with a clear triple
     /// @param pszFileName the file's name; goes to the platform as it is
-    /// @param[out] pdwError, pszError, dwErrorSize the error triple (see frame.h). For an empty
+    /// @param[out] pdwError, pszError, dwErrorSize the error triple (see jw32.h). For an empty
     ///        file the code is 0xFFFFFFFF and the text the library's own
     /// @return the view; null on failure, and with a clear triple when the object is open. A
     ///        failure leaves a closed object closed and releases what was had.

@@ -43,7 +43,7 @@ class JW32_API CJw32SharedMemory {
     ///
     /// @param pszName the block's name; null or empty: a block that nobody else can open
     /// @param dwSize the size in bytes; the platform refuses 0
-    /// @param[out] pdwError, pszError, dwErrorSize the error triple (see frame.h)
+    /// @param[out] pdwError, pszError, dwErrorSize the error triple (see jw32.h)
     /// @return the view, which stays the object's; null on failure, and with a clear triple when
     ///        the object is not closed or the name is taken
     void* Create(const char* pszName, DWORD dwSize, DWORD* pdwError = nullptr,

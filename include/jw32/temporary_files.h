@@ -51,7 +51,7 @@ JW32_API DWORD Jw32TempFilename(char* pszBuffer, DWORD dwSize, const char* pszDi
 ///
 /// @param pszDirectory, pszPrefix as in Jw32TempFilename
 /// @param dwAccess, dwDisposition, dwFlags, dwShare as in Jw32FileCreate
-/// @param[out] pdwError, pszError, dwErrorSize the error triple (see frame.h); left as the caller
+/// @param[out] pdwError, pszError, dwErrorSize the error triple (see jw32.h); left as the caller
 ///        gave it when the name has 260 bytes or more. That no name could be had shows as the
 ///        failure of the platform on an empty name
 /// @return the handle, which the caller ends with CloseHandle, or INVALID_HANDLE_VALUE on failure

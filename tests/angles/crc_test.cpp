@@ -1,6 +1,6 @@
 // Checksums.
 #include <gtest/gtest.h>
-#include <jw32/arithmetic.h>
+#include <jw32/crc.h>
 
 #include <string>
 

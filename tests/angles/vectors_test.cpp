@@ -3,7 +3,8 @@
 #include <gtest/gtest.h>
 #include <jw32/angle.h>
 #include <jw32/angles.h>
-#include <jw32/arithmetic.h>
+#include <jw32/divisors.h>
+#include <jw32/temperature.h>
 
 #include <charconv>
 #include <cstring>

@@ -1,6 +1,6 @@
 // The resource handle and the library's strings.
 #include <gtest/gtest.h>
-#include <jw32/frame.h>
+#include <jw32/resource_handle.h>
 
 #include <cstring>
 

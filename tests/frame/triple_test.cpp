@@ -1,6 +1,6 @@
 // The steps of the error triple, as callers see them, and its texts.
 #include <gtest/gtest.h>
-#include <jw32/frame.h>
+#include <jw32/resource_handle.h>
 
 #include <string>
 

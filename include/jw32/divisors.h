@@ -1,26 +1,12 @@
 /// @file
-/// CRC-32, greatest common divisor and least common multiple, and temperatures.
+/// Greatest common divisors and least common multiples.
 ///
-/// None of these functions can fail, keeps state or allocates; they may be called on any thread.
+/// These functions cannot fail, keep no state and allocate nothing; any thread may call them.
 #pragma once
 
 #include <windows.h>
 
 #include "jw32/export.h"
-
-/// The CRC-32 of IEEE 802.3 (reflected, polynomial 0xEDB88320) of a block of memory.
-/// @param pbData the block, readable for `nLength` bytes; it is only read, and not looked at when
-///               the length is below 1
-/// @param nLength bytes; below 1 the result is the seed
-/// @param dwSeed 0 to start, or the CRC of the piece in front of this one
-/// @return the CRC of everything up to the end of this block
-JW32_API DWORD Jw32CrcMemory(unsigned char* pbData, int nLength, DWORD dwSeed);
-
-/// Jw32CrcMemory() of a string's bytes, without the terminator.
-/// @param pszText zero-terminated, not null; bytes behind the first 2147483647 are left out
-/// @param dwSeed 0 to start, or the CRC of the piece in front of this one
-/// @return the CRC of everything up to the end of this string
-JW32_API DWORD Jw32CrcString(const char* pszText, DWORD dwSeed);
 
 /// Greatest common divisor by the Euclidean algorithm on the signed values. Its sign follows from
 /// the remainders, which have the sign of the dividend: (12, -18) gives -6. The remainder of a
@@ -56,13 +42,3 @@ JW32_API LONG __Jw32Lcml(LONG lFirst, LONG lSecond);
 /// @param dFirst, dSecond the values
 /// @return the multiple; 0.0 if the divisor is 0.0
 JW32_API double __Jw32Lcmd(double dFirst, double dSecond);
-
-/// Degrees Celsius to kelvin.
-/// @param dCelsius degrees Celsius
-/// @return kelvin
-JW32_API double Jw32C2K(double dCelsius);
-
-/// Kelvin to degrees Celsius.
-/// @param dKelvin kelvin
-/// @return degrees Celsius
-JW32_API double Jw32K2C(double dKelvin);
