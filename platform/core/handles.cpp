@@ -121,19 +121,6 @@ std::optional<ObjectKind> kindOf(HANDLE handle) {
     return kind;
 }
 
-void closeAllObjects() {
-    std::vector<HANDLE> open;
-    {
-        const std::lock_guard lock(mutex);
-        for (std::uint32_t index = 0; index < slotCount; ++index) {
-            const auto& slot = (*chunks[index / chunkSize].load())[index % chunkSize];
-            const auto state = slot.state.load(std::memory_order_relaxed);
-            if ((state & closedMark) == 0) open.push_back(makeHandle(index, generationOf(state)));
-        }
-    }
-    for (const HANDLE handle : open) closeObject(handle);
-}
-
 namespace detail {
 
 KernelObject* pinObject(HANDLE handle) {

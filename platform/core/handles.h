@@ -34,8 +34,6 @@ bool closeObject(HANDLE handle);
 // What an open handle stands for.
 std::optional<ObjectKind> kindOf(HANDLE handle);
 
-void closeAllObjects();
-
 namespace detail {
 KernelObject* pinObject(HANDLE handle);
 void unpinObject(HANDLE handle);

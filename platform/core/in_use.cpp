@@ -3,11 +3,6 @@
 
 #include <utility>
 
-#include "core/handles.h"
-#include "core/testing.h"
-#include "memory/address_space.h"
-#include "modules/modules.h"
-
 namespace machine {
 
 namespace {
@@ -24,14 +19,6 @@ InUse inUse() {
         if (const auto count = table->count_()) result[table->name_] = count;
     }
     return result;
-}
-
-void reclaimAll() {
-    views().releaseAll();
-    closeAllObjects();
-    releaseAllModules();
-    heapBlocks().releaseAll();
-    virtualBlocks().releaseAll();
 }
 
 }  // namespace machine

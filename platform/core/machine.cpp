@@ -92,11 +92,11 @@ const Machine& current() {
     return machine != nullptr ? *machine : standardInForce();
 }
 
-Installed::Installed(Machine machine)
+ScopedMachine::ScopedMachine(Machine machine)
     : mine_(std::make_unique<const Machine>(settled(std::move(machine)))),
       former_(installed.exchange(mine_.get(), std::memory_order_acq_rel)) {}
 
-Installed::~Installed() {
+ScopedMachine::~ScopedMachine() {
     installed.store(former_, std::memory_order_release);
 }
 

@@ -78,12 +78,12 @@ PLATFORM_API const Machine& current();
 
 // Puts another machine in force for as long as it lives. For tests: no other thread may be inside
 // a platform operation while it comes or goes.
-class PLATFORM_API Installed {
+class PLATFORM_API ScopedMachine {
   public:
-    explicit Installed(Machine machine);
-    ~Installed();
-    Installed(const Installed&) = delete;
-    Installed& operator=(const Installed&) = delete;
+    explicit ScopedMachine(Machine machine);
+    ~ScopedMachine();
+    ScopedMachine(const ScopedMachine&) = delete;
+    ScopedMachine& operator=(const ScopedMachine&) = delete;
 
   private:
     std::unique_ptr<const Machine> mine_;

@@ -105,7 +105,4 @@ class PLATFORM_API Script {
 using IdleRuleListener = void (*)(const std::string& rule);
 PLATFORM_API void listenForIdleRules(IdleRuleListener listener);
 
-// Takes back all that is in use: what a script made fail to be released.
-PLATFORM_API void reclaimAll();
-
 }  // namespace machine

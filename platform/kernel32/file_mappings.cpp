@@ -86,9 +86,11 @@ LPVOID WINAPI MapViewOfFile(HANDLE handle, DWORD access, DWORD offsetHigh, DWORD
 }
 
 BOOL WINAPI UnmapViewOfFile(LPCVOID view) try {
-    if (const auto scripted = machine::call<&UnmapViewOfFile>(view)) return scripted.valueOr(FALSE);
-    const bool released = machine::views().release(const_cast<LPVOID>(view));
-    return released ? TRUE : failWith(ERROR_INVALID_ADDRESS, FALSE);
+    const auto unmap = [=] { return machine::views().release(const_cast<LPVOID>(view)); };
+    if (const auto scripted = machine::release<&UnmapViewOfFile>(unmap, view)) {
+        return scripted.valueOr(FALSE);
+    }
+    return unmap() ? TRUE : failWith(ERROR_INVALID_ADDRESS, FALSE);
 } catch (const std::exception&) {
     return machine::outOfMemory(FALSE);
 }

@@ -70,12 +70,14 @@ BOOL WINAPI FindNextFileA(HANDLE search, LPWIN32_FIND_DATAA record) try {
 }
 
 BOOL WINAPI FindClose(HANDLE handle) try {
-    if (const auto scripted = machine::call<&FindClose>(handle)) return scripted.valueOr(FALSE);
-    {
-        const machine::Pinned<machine::SearchObject> search(handle);
-        if (!search) return failWith(ERROR_INVALID_HANDLE, FALSE);
+    const auto close = [=] {
+        const bool isSearch = machine::kindOf(handle) == machine::ObjectKind::Search;
+        return isSearch && machine::closeObject(handle);
+    };
+    if (const auto scripted = machine::release<&FindClose>(close, handle)) {
+        return scripted.valueOr(FALSE);
     }
-    return machine::closeObject(handle) ? TRUE : failWith(ERROR_INVALID_HANDLE, FALSE);
+    return close() ? TRUE : failWith(ERROR_INVALID_HANDLE, FALSE);
 } catch (const std::exception&) {
     return machine::outOfMemory(FALSE);
 }

@@ -6,10 +6,14 @@
 #include "winerror.h"
 
 BOOL WINAPI CloseHandle(HANDLE handle) try {
-    if (const auto scripted = machine::call<&CloseHandle>(handle)) return scripted.valueOr(FALSE);
-    const bool isSearch = machine::kindOf(handle) == machine::ObjectKind::Search;
-    if (!isSearch && machine::closeObject(handle)) return TRUE;
-    return machine::failWith(ERROR_INVALID_HANDLE, FALSE);
+    const auto close = [=] {
+        const bool isSearch = machine::kindOf(handle) == machine::ObjectKind::Search;
+        return !isSearch && machine::closeObject(handle);
+    };
+    if (const auto scripted = machine::release<&CloseHandle>(close, handle)) {
+        return scripted.valueOr(FALSE);
+    }
+    return close() ? TRUE : machine::failWith(ERROR_INVALID_HANDLE, FALSE);
 } catch (const std::exception&) {
     return machine::outOfMemory(FALSE);
 }

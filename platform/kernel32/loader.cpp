@@ -38,10 +38,11 @@ HMODULE WINAPI LoadLibraryExA(LPCSTR name, HANDLE reserved, DWORD flags) try {
 }
 
 BOOL WINAPI FreeLibrary(HMODULE module) try {
-    if (const auto scripted = machine::call<&FreeLibrary>(module)) return scripted.valueOr(FALSE);
-    if (machine::releaseModule(module)) return TRUE;
-    SetLastError(ERROR_MOD_NOT_FOUND);
-    return FALSE;
+    const auto free = [=] { return machine::releaseModule(module); };
+    if (const auto scripted = machine::release<&FreeLibrary>(free, module)) {
+        return scripted.valueOr(FALSE);
+    }
+    return free() ? TRUE : machine::failWith(ERROR_MOD_NOT_FOUND, FALSE);
 } catch (const std::exception&) {
     return machine::outOfMemory(FALSE);
 }

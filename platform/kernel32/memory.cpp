@@ -41,19 +41,17 @@ LPVOID WINAPI GlobalLock(HGLOBAL block) try {
 }
 
 BOOL WINAPI GlobalUnlock(HGLOBAL block) {
-    if (const auto scripted = machine::query<&GlobalUnlock>(block)) {
-        return scripted.value();
-    }
+    if (const auto scripted = machine::query<&GlobalUnlock>(block)) return scripted.value();
     const bool live = machine::heapBlocks().holds(block);
     return live ? TRUE : failWith(ERROR_INVALID_HANDLE, FALSE);
 }
 
 HGLOBAL WINAPI GlobalFree(HGLOBAL block) try {
-    if (const auto scripted = machine::call<&GlobalFree>(block)) {
+    const auto free = [=] { return block == nullptr || machine::heapBlocks().release(block); };
+    if (const auto scripted = machine::release<&GlobalFree>(free, block)) {
         return scripted.valueOr(block);
     }
-    const bool released = block == nullptr || machine::heapBlocks().release(block);
-    return released ? nullptr : failWith(ERROR_INVALID_HANDLE, block);
+    return free() ? nullptr : failWith(ERROR_INVALID_HANDLE, block);
 } catch (const std::exception&) {
     return machine::outOfMemory(block);
 }
@@ -75,12 +73,13 @@ LPVOID WINAPI VirtualAlloc(LPVOID address, SIZE_T size, DWORD kind, DWORD protec
 }
 
 BOOL WINAPI VirtualFree(LPVOID address, SIZE_T size, DWORD kind) try {
-    if (const auto scripted = machine::call<&VirtualFree>(address, size, kind)) {
+    const auto free = [=] {
+        return kind == MEM_RELEASE && size == 0 && machine::virtualBlocks().release(address);
+    };
+    if (const auto scripted = machine::release<&VirtualFree>(free, address, size, kind)) {
         return scripted.valueOr(FALSE);
     }
-    const bool released =
-        kind == MEM_RELEASE && size == 0 && machine::virtualBlocks().release(address);
-    return released ? TRUE : failWith(ERROR_INVALID_PARAMETER, FALSE);
+    return free() ? TRUE : failWith(ERROR_INVALID_PARAMETER, FALSE);
 } catch (const std::exception&) {
     return machine::outOfMemory(FALSE);
 }

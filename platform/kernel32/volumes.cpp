@@ -70,9 +70,7 @@ std::uint64_t clusterSizeFor(const machine::DiskSpace& space) {
 
 // A root may come without its backslash here. What names no drive has no root directory.
 UINT WINAPI GetDriveTypeA(LPCSTR root) try {
-    if (const auto scripted = machine::query<&GetDriveTypeA>(root)) {
-        return scripted.value();
-    }
+    if (const auto scripted = machine::query<&GetDriveTypeA>(root)) return scripted.value();
     std::string text = root == nullptr ? "" : root;
     if (text.size() == 2 && text[1] == ':') text += '\\';
     const machine::WideArgument wide(root == nullptr ? nullptr : text.c_str());

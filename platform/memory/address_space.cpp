@@ -93,15 +93,6 @@ bool AddressTable::release(void* base) {
     return true;
 }
 
-void AddressTable::releaseAll() {
-    std::unordered_map<const void*, std::size_t> all;
-    {
-        const std::lock_guard lock(mutex_);
-        all.swap(lengths_);
-    }
-    for (const auto& [base, length] : all) release_(const_cast<void*>(base), length);
-}
-
 std::uint64_t AddressTable::count() const {
     const std::lock_guard lock(mutex_);
     return lengths_.size();

@@ -29,7 +29,6 @@ class AddressTable {
     bool holds(const void* base) const;
     // Takes the block out and releases it. False: no such block.
     bool release(void* base);
-    void releaseAll();
     std::uint64_t count() const;
 
   private:

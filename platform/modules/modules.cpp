@@ -130,12 +130,6 @@ bool releaseModule(HMODULE handle) {
     return true;
 }
 
-void releaseAllModules() {
-    const std::lock_guard lock(mutex);
-    for (auto& loaded : loadedModules) loaded.references = 0;
-    unloadUnused();
-}
-
 UsedModule::UsedModule(HMODULE handle) : lock_(mutex) {
     const auto* const loaded = handle == nullptr ? &program() : byHandle(handle);
     module_ = loaded == nullptr ? nullptr : loaded->module.get();

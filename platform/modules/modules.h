@@ -21,7 +21,6 @@ HMODULE loadModule(std::string_view name, bool asData);
 // The same without a reference, of modules that are loaded already.
 HMODULE findModule(std::string_view name);
 bool releaseModule(HMODULE module);  // false: not a module's handle
-void releaseAllModules();
 
 // A module that stays loaded while the object lives.
 class UsedModule {

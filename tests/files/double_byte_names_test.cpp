@@ -38,7 +38,7 @@ class OnCodePage : public ScratchDrives {
     }
 
   private:
-    const machine::Installed installed_{[] {
+    const machine::ScopedMachine installed_{[] {
         auto changed = machine::current();
         changed.codePage = CodePage;
         return changed;

@@ -13,8 +13,7 @@ class FileFailures : public ScratchDrives {
     using Act = std::function<int(Triple&)>;  // gives 0 for a failure
     using Calls = std::vector<std::string>;
 
-    // Each run has a folder of its own with a file, and an open file: what a failing release leaves
-    // open disturbs nobody.
+    // Each run has a folder of its own with a file, and an open file.
     void sweep(const char* name, const Act& act, const Calls& passedOver = {}) {
         const auto arrange = [&] {
             ++runs;

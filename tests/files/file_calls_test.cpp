@@ -41,7 +41,6 @@ TEST_F(FileCalls, CloseTheFileWhoseSizeFailsAfterItsCodeWasRead) {
     EXPECT_EQ(made("CreateFileW GetFileSize CloseHandle"),
               "CreateFileW(" + from + ", 2147483648, 3, null, 3, 0, null) " +
                   "GetFileSize(pointer, null) CloseHandle(pointer) ");
-    machine::reclaimAll();
 }
 
 TEST_F(FileCalls, TakeAShortCountOrAFarPositionForNoFailureOfThePlatform) {

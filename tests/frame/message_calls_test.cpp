@@ -21,7 +21,7 @@ std::vector<std::string> callsOf(Operation operation, DWORD code) {
 TEST(Messages, OfTheNetworkAreLookedUpWithinTheirRangeOnly) {
     machine::Machine withMessages;
     withMessages.dataModules.push_back({"NetMsg.dll", {{2100, "first"}, {2999, "last"}}, {}});
-    const machine::Installed computer(withMessages);
+    const machine::ScopedMachine computer(withMessages);
     const std::string load = R"(LoadLibraryExA("netmsg.dll", null, 2))";
     const std::string own = "FormatMessageA(6144, pointer, ",
                       system = "FormatMessageA(4096, null, ";
@@ -35,7 +35,7 @@ TEST(Messages, OfTheNetworkAreLookedUpWithinTheirRangeOnly) {
         EXPECT_THAT(callsOf(Jw32SystemMessage, code), ElementsAre(message));
         EXPECT_THAT(callsOf(Jw32ComMessage, code), ElementsAre(message));
     }
-    const machine::Installed without(machine::Machine{});
+    const machine::ScopedMachine without(machine::Machine{});
     EXPECT_THAT(callsOf(Jw32SystemMessage, 2500), ElementsAre(load, system + "2500" + rest));
     EXPECT_THAT(callsOf(Jw32ComMessage, 2500), ElementsAre(system + "2500" + rest));
 }

@@ -36,7 +36,7 @@ std::vector<int> answers(const System& system) {
 TEST(SystemVersion, ClassifiesByPlatformMajorAndMinor) {
     for (const auto& row : classified) {
         SCOPED_TRACE(testing::Message() << row.platform << " " << row.major << "." << row.minor);
-        const machine::Installed computer(machine::Machine{
+        const machine::ScopedMachine computer(machine::Machine{
             .version = {.platform = row.platform, .major = row.major, .minor = row.minor}});
         const System system;
         EXPECT_EQ(system.GetOperatingSystem(), row.kind);
@@ -51,13 +51,13 @@ TEST(SystemVersion, ClassifiesByPlatformMajorAndMinor) {
 TEST(SystemVersion, CountsASingleUserTerminalServerAsNone) {
     constexpr std::uint16_t suites[] = {0x10, 0xFEFF, 0x110, 0x100, 0};
     for (const auto& mask : suites) {
-        const machine::Installed computer(machine::Machine{.version = {.suiteMask = mask}});
+        const machine::ScopedMachine computer(machine::Machine{.version = {.suiteMask = mask}});
         EXPECT_EQ(System().IsTerminalServer(), &mask - suites < 2) << mask;
     }
 }
 
 TEST(SystemVersion, FallsBackToTheSmallerRecordAndThenToNone) {
-    const machine::Installed computer(machine::Machine{
+    const machine::ScopedMachine computer(machine::Machine{
         .version = {.major = 5, .minor = 1, .suiteMask = 0x10, .knowsExtendedRecord = false}});
     machine::Script script;
     EXPECT_EQ(System().GetOperatingSystem(), System::eWinXP);
@@ -71,7 +71,7 @@ TEST(SystemVersion, FallsBackToTheSmallerRecordAndThenToNone) {
 TEST(SystemVersion, CopiesWithoutAskingAgain) {
     const System source;
     System assigned;
-    const machine::Installed other(
+    const machine::ScopedMachine other(
         machine::Machine{.version = {.platform = 1, .major = 4, .minor = 10}});
     machine::Script script;
     const System copy = source;

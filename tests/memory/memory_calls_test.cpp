@@ -32,7 +32,6 @@ TEST(MemoryCalls, TellTheErrorBehindTheReleaseOfABlockThatCannotBeLocked) {
     EXPECT_EQ(reported(open), Report(false, ERROR_INVALID_HANDLE));
     EXPECT_EQ(reported(open), Report(true)) << "the object is closed";
     memory.Close();
-    machine::reclaimAll();
 }
 
 class MmFileCalls : public MappedFile {
@@ -72,11 +71,14 @@ TEST_F(MmFileCalls, GoByTheModeAndEndInOrder) {
 TEST_F(MmFileCalls, EndTheMappingBeforeTheFile) {
     open(writing, name);
     machine::Script script;
-    script.fail("CloseHandle", ERROR_INVALID_HANDLE);
+    const auto closeMapping = [](HANDLE handle) {
+        EXPECT_EQ(GetFileSize(handle, nullptr), INVALID_FILE_SIZE) << "it is the file's";
+        return CloseHandle(handle);
+    };
+    script.instead<&CloseHandle>(closeMapping, 1);
+    script.fail("CloseHandle", ERROR_INVALID_HANDLE, 2);  // for the mapping
     file.Close();
-    EXPECT_EQ(open(writing, name), Report(true)) << "the first handle was the file's";
-    file.Close();
-    machine::reclaimAll();
+    EXPECT_EQ(open(writing, name), Report(true)) << "the file's handle is open still";
 }
 
 TEST_F(MmFileCalls, SettleForTheLargestHalfThatCanBeMapped) {

@@ -91,7 +91,7 @@ TEST_F(DirectoryLinkCalls, NeedAVolumeThatHasLinksAndPathsThatFit) {
     EXPECT_THROW(make("D:\\abc"), CAtlException) << "the target cannot be converted";
     auto machine = machine::current();
     for (auto& drive : machine.drives) drive.fileSystemFlags &= ~0x80U;
-    const machine::Installed installed(machine);
+    const machine::ScopedMachine scoped(machine);
     EXPECT_EQ(make("D:\\abc") + make(""), 0) << "the volume has no links";
     for (const unsigned length : {258u, 259u}) make("D:\\", 0, std::string(length, 'x') + "\\a");
     EXPECT_EQ(script.count("GetVolumeInformationW"), 6u) << "or the root does not fit";

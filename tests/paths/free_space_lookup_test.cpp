@@ -58,7 +58,7 @@ TEST(FreeSpaceLookup, IsMadeOnceForEachCountAndClustersAreCountedWithoutTheCall)
     const std::pair<std::uint64_t, DWORD> rows[] = {
         {0, 0}, {1'048'575, 0}, {1'048'576, 1}, {2'097'151, 1}, {4'096'000, 3}, {1ULL << 33, 8192}};
     for (const auto& [bytes, megabytes] : rows) {
-        const machine::Installed installed(withFree(bytes));
+        const machine::ScopedMachine scoped(withFree(bytes));
         EXPECT_EXIT(ask(true, true, bytes, megabytes), testing::ExitedWithCode(0), "");
         EXPECT_EXIT(ask(true, false, bytes, megabytes), testing::ExitedWithCode(0), "");
         EXPECT_EXIT(ask(false, true, bytes, megabytes), testing::ExitedWithCode(0), "");

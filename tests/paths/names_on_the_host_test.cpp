@@ -81,7 +81,7 @@ TEST_F(NamesOnTheHost, TheCurrentDirectoryIsNamedAsItWasEntered) {
     auto machine = machine::current();
     machine.drives.push_back({.letter = 'N', .folder = onHost(c("Target")).string() + "/./"});
     machine.shares.push_back({"server", "share", onHost(c()).string()});
-    const machine::Installed nested(machine);
+    const machine::ScopedMachine nested(machine);
     EXPECT_EQ(in(c("Target\\sub")), c("Target\\sub"));
     EXPECT_EQ(in("N:\\sub"), "N:\\sub");
     EXPECT_EQ(full("\\x"), "N:\\x");
@@ -102,7 +102,7 @@ TEST_F(NamesOnTheHost, WhatIsGoneIsMissing) {
     auto machine = machine::current();
     machine.drives.push_back({.letter = 'G', .folder = onHost(c("gone")).string()});
     machine.drives.push_back({.letter = 'E', .folder = ""});
-    const machine::Installed gone(machine);
+    const machine::ScopedMachine gone(machine);
     const auto codes = [](const std::string& root) {
         ULARGE_INTEGER free;
         return Codes{codeOf(Jw32FileFind((root + "file").c_str()) != 0),

@@ -67,7 +67,7 @@ class TestMachine : public testing::Environment {
   private:
     std::ptrdiff_t descriptors_ = 0;
     fs::path folder_, former_;
-    std::optional<machine::Installed> installed_;
+    std::optional<machine::ScopedMachine> installed_;
 };
 
 const auto* const environment = testing::AddGlobalTestEnvironment(new TestMachine);
