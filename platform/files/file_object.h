@@ -16,12 +16,9 @@ namespace machine {
 // The path that leads to an open file at this moment; empty: the host does not tell.
 std::string presentPath(int file);
 
-struct FileObject : KernelObject {
-    static constexpr ObjectKind objectKind = ObjectKind::File;
-
+struct FileObject : HandleObject {
     FileObject(Descriptor file, SharingLocks ownLocks, bool mayRead, bool mayWrite)
-        : KernelObject(objectKind),
-          descriptor(std::move(file)),
+        : descriptor(std::move(file)),
           locks(std::move(ownLocks)),
           canRead(mayRead),
           canWrite(mayWrite) {}

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "core/in_use.h"
 #include "files/attributes.h"
 #include "host/host_errors.h"
 #include "names/lookup.h"
@@ -18,6 +19,10 @@
 namespace machine {
 
 namespace {
+
+// Above all handles that CloseHandle closes.
+constinit HandleTable openSearches(std::uintptr_t{1} << 34);
+const CountedTable counted("searches", [] { return openSearches.count(); });
 
 template <std::size_t Size>
 void storeText(WCHAR (&target)[Size], std::u16string_view text) {
@@ -74,6 +79,10 @@ StartedSearch findByPattern(const Path& path, const std::u16string& pattern,
 }
 
 }  // namespace
+
+HandleTable& searches() {
+    return openSearches;
+}
 
 bool SearchObject::wants(const dirent& entry) const {
     const std::string_view hostName = entry.d_name;

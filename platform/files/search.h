@@ -14,10 +14,8 @@
 namespace machine {
 
 // A search with wildcards reads its folder; one for a single name has no folder and ends with it.
-struct SearchObject : KernelObject {
-    static constexpr ObjectKind objectKind = ObjectKind::Search;
-
-    SearchObject() : KernelObject(objectKind), directory(nullptr, ::closedir) {}
+struct SearchObject : HandleObject {
+    SearchObject() : directory(nullptr, ::closedir) {}
 
     std::string folder;
     std::u16string pattern;
@@ -30,6 +28,9 @@ struct SearchObject : KernelObject {
   private:
     bool wants(const dirent& entry) const;
 };
+
+// The handles that FindClose closes, and CloseHandle does not.
+HandleTable& searches();
 
 // Without a search, the code says why. With one, the record holds the first match.
 struct StartedSearch {

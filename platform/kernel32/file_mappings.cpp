@@ -26,7 +26,7 @@ HANDLE refuse(DWORD code) {
 
 HANDLE insert(machine::MadeMapping made) {
     if (made.mapping == nullptr) return refuse(made.code);
-    const HANDLE handle = machine::insertObject(std::move(made.mapping));
+    const HANDLE handle = machine::handles().insert(std::move(made.mapping));
     return handle != nullptr ? failWith(made.code, handle) : refuse(ERROR_TOO_MANY_OPEN_FILES);
 }
 

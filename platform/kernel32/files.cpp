@@ -19,7 +19,7 @@ using machine::failWith;
 HANDLE open(LPCWSTR name, const machine::OpenRequest& request) {
     auto opened = machine::openFile(machine::parsePath(name), request);
     if (opened.file == nullptr) return failWith(opened.code, INVALID_HANDLE_VALUE);
-    const HANDLE handle = machine::insertObject(std::move(opened.file));
+    const HANDLE handle = machine::handles().insert(std::move(opened.file));
     if (handle == nullptr) return failWith(ERROR_TOO_MANY_OPEN_FILES, INVALID_HANDLE_VALUE);
     return failWith(opened.code, handle);
 }

@@ -20,7 +20,7 @@ void storeAnsi(CHAR (&target)[Size], const WCHAR* text) {
 }
 
 BOOL findNext(HANDLE handle, WIN32_FIND_DATAW& record) {
-    const machine::Pinned<machine::SearchObject> search(handle);
+    const machine::Pinned<machine::SearchObject> search(handle, machine::searches());
     if (!search) return failWith(ERROR_INVALID_HANDLE, FALSE);
     return search->next(record) ? TRUE : failWith(ERROR_NO_MORE_FILES, FALSE);
 }
@@ -35,7 +35,7 @@ HANDLE WINAPI FindFirstFileW(LPCWSTR name, LPWIN32_FIND_DATAW record) try {
     const bool endsInDot = machine::fromWide(name).ends_with(u'.');
     auto started = machine::startSearch(path, endsInDot, *record);
     if (started.search == nullptr) return failWith(started.code, INVALID_HANDLE_VALUE);
-    const HANDLE handle = machine::insertObject(std::move(started.search));
+    const HANDLE handle = machine::searches().insert(std::move(started.search));
     return handle != nullptr ? handle : failWith(ERROR_TOO_MANY_OPEN_FILES, INVALID_HANDLE_VALUE);
 } catch (const std::exception&) {
     return machine::outOfMemory(INVALID_HANDLE_VALUE);
@@ -70,10 +70,7 @@ BOOL WINAPI FindNextFileA(HANDLE search, LPWIN32_FIND_DATAA record) try {
 }
 
 BOOL WINAPI FindClose(HANDLE handle) try {
-    const auto close = [=] {
-        const bool isSearch = machine::kindOf(handle) == machine::ObjectKind::Search;
-        return isSearch && machine::closeObject(handle);
-    };
+    const auto close = [=] { return machine::searches().close(handle); };
     if (const auto scripted = machine::release<&FindClose>(close, handle)) {
         return scripted.valueOr(FALSE);
     }

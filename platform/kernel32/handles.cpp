@@ -1,4 +1,4 @@
-// The end of a handle of any kind but a search.
+// The end of a handle.
 #include "core/handles.h"
 #include "core/script.h"
 #include "handleapi.h"
@@ -6,10 +6,7 @@
 #include "winerror.h"
 
 BOOL WINAPI CloseHandle(HANDLE handle) try {
-    const auto close = [=] {
-        const bool isSearch = machine::kindOf(handle) == machine::ObjectKind::Search;
-        return !isSearch && machine::closeObject(handle);
-    };
+    const auto close = [=] { return machine::handles().close(handle); };
     if (const auto scripted = machine::release<&CloseHandle>(close, handle)) {
         return scripted.valueOr(FALSE);
     }

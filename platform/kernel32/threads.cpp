@@ -26,10 +26,11 @@ HANDLE WINAPI CreateThread(LPSECURITY_ATTRIBUTES security, SIZE_T stackSize,
         return scripted.valueOr(nullptr);
     }
     const auto ending = std::make_shared<machine::Ending>();
-    const HANDLE handle = machine::insertObject(std::make_unique<machine::ThreadObject>(ending));
+    const HANDLE handle =
+        machine::handles().insert(std::make_unique<machine::ThreadObject>(ending));
     if (handle == nullptr) return failWith(ERROR_NOT_ENOUGH_MEMORY, HANDLE{nullptr});
     if (machine::startThread(start, parameter, ending)) return handle;
-    machine::closeObject(handle);
+    machine::handles().close(handle);
     return failWith(ERROR_NOT_ENOUGH_MEMORY, HANDLE{nullptr});
 } catch (const std::exception&) {
     return machine::outOfMemory(HANDLE{nullptr});
@@ -47,9 +48,9 @@ DWORD WINAPI WaitForSingleObject(HANDLE handle, DWORD milliseconds) try {
     if (const auto scripted = machine::call<&WaitForSingleObject>(handle, milliseconds)) {
         return scripted.valueOr(WAIT_FAILED);
     }
-    const machine::Pinned<machine::ThreadObject> thread(handle);
-    if (!thread) return failWith(ERROR_INVALID_HANDLE, WAIT_FAILED);
-    return thread->ending->await(milliseconds) ? WAIT_OBJECT_0 : WAIT_TIMEOUT;
+    const machine::Pinned<machine::Waitable> object(handle);
+    if (!object) return failWith(ERROR_INVALID_HANDLE, WAIT_FAILED);
+    return object->wait(milliseconds) ? WAIT_OBJECT_0 : WAIT_TIMEOUT;
 } catch (const std::exception&) {
     return machine::outOfMemory(WAIT_FAILED);
 }

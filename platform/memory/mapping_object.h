@@ -9,14 +9,9 @@
 
 namespace machine {
 
-struct MappingObject : KernelObject {
-    static constexpr ObjectKind objectKind = ObjectKind::Mapping;
-
+struct MappingObject : HandleObject {
     MappingObject(Descriptor bytes, std::uint64_t length, bool mayWrite)
-        : KernelObject(objectKind),
-          descriptor(std::move(bytes)),
-          size(length),
-          canWrite(mayWrite) {}
+        : descriptor(std::move(bytes)), size(length), canWrite(mayWrite) {}
 
     const Descriptor descriptor;  // the mapping's own, so that it outlives the file's handle
     const std::uint64_t size;     // bytes

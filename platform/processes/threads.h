@@ -7,6 +7,7 @@
 
 #include "core/handles.h"
 #include "minwinbase.h"
+#include "processes/waitable.h"
 #include "processthreadsapi.h"
 #include "synchapi.h"
 #include "windef.h"
@@ -37,13 +38,13 @@ class Ending {
     bool over_ = false;
 };
 
-struct ThreadObject : KernelObject {
-    static constexpr ObjectKind objectKind = ObjectKind::Thread;
+class ThreadObject : public HandleObject, public Waitable {
+  public:
+    explicit ThreadObject(std::shared_ptr<Ending> ending) : ending_(std::move(ending)) {}
+    bool wait(DWORD milliseconds) override { return ending_->await(milliseconds); }
 
-    explicit ThreadObject(std::shared_ptr<Ending> end)
-        : KernelObject(objectKind), ending(std::move(end)) {}
-
-    const std::shared_ptr<Ending> ending;
+  private:
+    const std::shared_ptr<Ending> ending_;
 };
 
 // Runs the routine in a new thread, between the notifications of the modules. False: the host has no
