@@ -5,29 +5,11 @@
 
 #include <array>
 #include <atomic>
-#include <chrono>
-#include <random>
-#include <thread>
-#include <vector>
 
 #include "support/scratch_drives.h"
+#include "threads/run_in_threads.h"
 
 namespace {
-
-constexpr unsigned threadCount = 8;
-
-// Each thread carries out `step(number of the thread, a random number)` for about a second.
-template <class Step>
-void runInThreads(Step step) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(1);
-    std::vector<std::jthread> threads;
-    for (unsigned number = 0; number < threadCount; ++number) {
-        threads.emplace_back([=] {
-            std::minstd_rand random(number + 1);
-            while (std::chrono::steady_clock::now() < end) step(number, random() >> 8);
-        });
-    }
-}
 
 TEST(Threads, ShareTheTableOfHandles) {
     std::array<std::atomic<HANDLE>, 16> open{};
