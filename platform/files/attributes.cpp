@@ -34,37 +34,59 @@ DWORD usualAttributes(const struct stat& status) {
     return S_ISDIR(status.st_mode) ? 0 : FILE_ATTRIBUTE_ARCHIVE;
 }
 
-std::optional<timespec> birthTime(const std::string& path) {
-    struct statx extended {};
-    if (::statx(AT_FDCWD, path.c_str(), 0, STATX_BTIME, &extended) != 0) return std::nullopt;
-    if ((extended.stx_mask & STATX_BTIME) == 0) return std::nullopt;
-    return timespec{extended.stx_btime.tv_sec, extended.stx_btime.tv_nsec};
-}
+// A file of the host, by its path or by an open descriptor of it.
+class HostFile {
+  public:
+    explicit HostFile(const std::string& path) : path_(path.c_str()) {}
+    explicit HostFile(int file) : file_(file) {}
+
+    ssize_t read(char* value, std::size_t size) const {
+        return path_ != nullptr ? ::getxattr(path_, attributeName, value, size)
+                                : ::fgetxattr(file_, attributeName, value, size);
+    }
+    bool write(const char* value, std::size_t size) const {
+        const int result = path_ != nullptr ? ::setxattr(path_, attributeName, value, size, 0)
+                                            : ::fsetxattr(file_, attributeName, value, size, 0);
+        return result == 0;
+    }
+    timespec birthTime() const {
+        struct statx extended {};
+        const int flags = path_ != nullptr ? 0 : AT_EMPTY_PATH;
+        const int base = path_ != nullptr ? AT_FDCWD : file_;
+        const char* const path = path_ != nullptr ? path_ : "";
+        if (::statx(base, path, flags, STATX_BTIME, &extended) != 0) return {};
+        return {extended.stx_btime.tv_sec, extended.stx_btime.tv_nsec};
+    }
+
+  private:
+    const char* path_ = nullptr;
+    int file_ = -1;
+};
 
 // What the file system cannot store. A file is known by its device, its inode and, since a new file
 // may get the inode of a deleted one, by the time of its birth.
 class Fallback {
   public:
-    DWORD get(const std::string& path, const struct stat& status) {
-        const auto file = identify(path, status);
+    DWORD get(const HostFile& file, const struct stat& status) {
+        const auto identity = identify(file, status);
         const std::lock_guard lock(mutex_);
-        const auto found = attributes_.find(file);
+        const auto found = attributes_.find(identity);
         return found == attributes_.end() ? usualAttributes(status) : found->second;
     }
-    void set(const std::string& path, const struct stat& status, DWORD attributes) {
-        const auto file = identify(path, status);
+    void set(const HostFile& file, const struct stat& status, DWORD attributes) {
+        const auto identity = identify(file, status);
         const std::lock_guard lock(mutex_);
         if (attributes == usualAttributes(status)) {
-            attributes_.erase(file);
+            attributes_.erase(identity);
         } else {
-            attributes_[file] = attributes;
+            attributes_[identity] = attributes;
         }
     }
 
   private:
     using Identity = std::tuple<dev_t, ino_t, time_t, long>;
-    static Identity identify(const std::string& path, const struct stat& status) {
-        const timespec birth = birthTime(path).value_or(timespec{});
+    static Identity identify(const HostFile& file, const struct stat& status) {
+        const timespec birth = file.birthTime();
         return {status.st_dev, status.st_ino, birth.tv_sec, birth.tv_nsec};
     }
 
@@ -89,26 +111,24 @@ bool canHaveExtended(const struct stat& status) {
     return S_ISREG(status.st_mode) || S_ISDIR(status.st_mode);
 }
 
-DWORD stored(const std::string& path, const struct stat& status) {
-    if (!canHaveExtended(status)) return fallback().get(path, status);
+DWORD stored(const HostFile& file, const struct stat& status) {
+    if (!canHaveExtended(status)) return fallback().get(file, status);
     std::array<char, 32> text{};
-    const auto length = ::getxattr(path.c_str(), attributeName, text.data(), text.size());
-    if (length < 0 && errno == ENOTSUP) return fallback().get(path, status);
+    const auto length = file.read(text.data(), text.size());
+    if (length < 0 && errno == ENOTSUP) return fallback().get(file, status);
     const auto size = static_cast<std::size_t>(std::max<ssize_t>(length, 0));
     return parseStored({text.data(), size}).value_or(usualAttributes(status));
 }
 
-DWORD store(const std::string& path, const struct stat& status, DWORD attributes) {
+DWORD store(const HostFile& file, const struct stat& status, DWORD attributes) {
     if (canHaveExtended(status)) {
         std::array<char, 32> text{};
         const auto length = static_cast<std::size_t>(
             std::snprintf(text.data(), text.size(), "0x%x", attributes & storedAttributes));
-        if (::setxattr(path.c_str(), attributeName, text.data(), length, 0) == 0) {
-            return ERROR_SUCCESS;
-        }
+        if (file.write(text.data(), length)) return ERROR_SUCCESS;
         if (errno != ENOTSUP) return codeOfHostError(errno);
     }
-    fallback().set(path, status, attributes & storedAttributes);
+    fallback().set(file, status, attributes & storedAttributes);
     return ERROR_SUCCESS;
 }
 
@@ -157,7 +177,7 @@ bool isReadOnly(const struct stat& status) {
 DWORD attributesOf(const std::string& path, const struct stat& status) {
     if (isDirectoryLink(path, status)) return directoryLinkAttributes;
     const bool directory = S_ISDIR(status.st_mode);
-    DWORD attributes = stored(path, status);
+    DWORD attributes = stored(HostFile(path), status);
     if (isReadOnly(status)) attributes |= FILE_ATTRIBUTE_READONLY;
     if (directory) attributes |= FILE_ATTRIBUTE_DIRECTORY;
     return attributes != 0 ? attributes : FILE_ATTRIBUTE_NORMAL;
@@ -169,7 +189,7 @@ DWORD setAttributes(const std::string& path, const struct stat& status, DWORD at
     const mode_t mode = status.st_mode & 07777;
     const mode_t writable = isReadOnly(status) ? writableMode(mode) : mode;
     if (writable != mode && ::chmod(path.c_str(), writable) != 0) return codeOfHostError(errno);
-    if (const DWORD error = store(path, status, attributes)) {
+    if (const DWORD error = store(HostFile(path), status, attributes)) {
         if (writable != mode) ::chmod(path.c_str(), mode);
         return error;
     }
@@ -178,11 +198,12 @@ DWORD setAttributes(const std::string& path, const struct stat& status, DWORD at
                                                              : codeOfHostError(errno);
 }
 
-void copyStoredAttributes(int from, int to) {
-    std::array<char, 64> value;
-    const auto length = ::fgetxattr(from, attributeName, value.data(), value.size());
-    if (length <= 0) return;
-    ::fsetxattr(to, attributeName, value.data(), static_cast<std::size_t>(length), 0);
+DWORD copyStoredAttributes(int from, const struct stat& status, int to) {
+    const DWORD attributes = stored(HostFile(from), status);
+    if (attributes == usualAttributes(status)) return ERROR_SUCCESS;
+    struct stat target {};
+    if (::fstat(to, &target) != 0) return codeOfHostError(errno);
+    return store(HostFile(to), target, attributes);
 }
 
 FILETIME fileTime(const struct timespec& time) {

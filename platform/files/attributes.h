@@ -33,8 +33,9 @@ DWORD attributesOf(const std::string& path, const struct stat& status);
 // The result is 0 or the error's code.
 DWORD setAttributes(const std::string& path, const struct stat& status, DWORD attributes);
 
-// Gives one open file the stored attributes of another, where both file systems keep them.
-void copyStoredAttributes(int from, int to);
+// Gives an open file the hidden, system, archive and temporary attributes of another one, whose
+// status is known. The result is 0 or the error's code.
+DWORD copyStoredAttributes(int from, const struct stat& status, int to);
 
 FILETIME fileTime(const struct timespec& time);
 

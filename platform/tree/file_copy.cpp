@@ -114,7 +114,7 @@ bool copyContent(int from, int to) {
 }
 
 bool copyProperties(int from, int to, const struct stat& status) {
-    copyStoredAttributes(from, to);
+    copyStoredAttributes(from, status, to);  // a copy without them is better than none
     const timespec times[] = {status.st_atim, status.st_mtim};
     return ::futimens(to, times) == 0 && ::fchmod(to, status.st_mode & 0777) == 0;
 }

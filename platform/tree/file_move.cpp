@@ -22,13 +22,17 @@ bool isSameFile(const HostName& left, const HostName& right) {
     return left.status.st_dev == right.status.st_dev && left.status.st_ino == right.status.st_ino;
 }
 
-// Between file systems: a copy that refuses an existing target, then the end of the source.
+// Between file systems: a copy that refuses an existing target, then the end of the source. If that
+// cannot be, the copy goes again.
 DWORD moveByCopy(const HostName& from, const std::string& to) {
     if (from.isDirectory()) return ERROR_NOT_SAME_DEVICE;
     const DWORD code = copyHostFile(from, to, false);
     if (code == ERROR_FILE_EXISTS) return ERROR_ALREADY_EXISTS;
     if (code != ERROR_SUCCESS) return code;
-    return ::unlink(from.path.c_str()) == 0 ? ERROR_SUCCESS : codeOfHostError(errno);
+    if (::unlink(from.path.c_str()) == 0) return ERROR_SUCCESS;
+    const DWORD reason = codeOfHostError(errno);
+    ::unlink(to.c_str());
+    return reason;
 }
 
 }  // namespace

@@ -2,12 +2,32 @@
 #include "tree/temporary_neighbour.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cstdio>
 
 namespace machine {
+
+namespace {
+
+// For file systems that cannot refuse to replace: by a second name where they have those, and else
+// after a look at the target.
+int renameWithoutReplacing(const char* from, const char* to) {
+    if (::link(from, to) == 0) {
+        ::unlink(from);
+        return 0;
+    }
+    struct stat status {};
+    if (errno == EEXIST || ::lstat(to, &status) == 0) {
+        errno = EEXIST;
+        return -1;
+    }
+    return ::rename(from, to);
+}
+
+}  // namespace
 
 std::string newNeighbourName(const std::string& path) {
     static std::atomic<unsigned> counter{0};
@@ -18,9 +38,8 @@ std::string newNeighbourName(const std::string& path) {
 int renameFile(const std::string& from, const std::string& to, bool replace) {
     const unsigned flags = replace ? 0 : RENAME_NOREPLACE;
     if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), flags) == 0) return 0;
-    if (replace || errno != EINVAL || ::link(from.c_str(), to.c_str()) != 0) return -1;
-    ::unlink(from.c_str());  // a file system without the flag
-    return 0;
+    if (replace || errno != EINVAL) return -1;
+    return renameWithoutReplacing(from.c_str(), to.c_str());
 }
 
 }  // namespace machine
