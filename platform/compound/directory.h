@@ -55,10 +55,14 @@ class Directory {
     void blackenTops();
     void place(Id id);
     void commit(Id top, bool everything);
-    void commitByMoving(Id top, const Changed& changed);
     std::uint32_t depthBelow(Id top, Id id) const;
     Id commonAncestor(const std::vector<Id>& ids, Id top) const;
-    std::vector<Id> pathsTo(Id ancestor, const std::vector<Id>& ids);
+    /// How a change is written: elements that get new entries, those whose entries are written
+    /// before the change counts, and those that are written to make it count.
+    struct Plan {
+        std::vector<Id> moved, before, together;
+    };
+    Plan planOf(Id ancestor, const Changed& changed);
 
     Medium& medium_;
     Elements elements_;

@@ -1,8 +1,8 @@
 // Writing a change of the directory's trees so that it takes place as a whole.
 //
-// Where the changed entries share a block that the device writes as a whole, one write does. Otherwise
-// the changed elements get new entries, which nothing names, up to the lowest element above all of
-// them; the write of that one entry switches from the old ones to the new ones.
+// One write makes the change count: that of the entry of the lowest element above all changed ones, and
+// of those changed ones whose entries share its block, which the device writes as a whole. All others
+// get new entries before, which nothing names until then.
 #include <algorithm>
 
 #include "compound/directory.h"
@@ -45,7 +45,7 @@ void Directory::blackenTops() {
 
 void Directory::place(Id id) {
     taken_.reserve(taken_.size() + 1);
-    entries_.place(id);
+    entries_.place(id, elements_[id].placed);
     taken_.push_back(elements_[id].entry);
 }
 
@@ -53,30 +53,18 @@ void Directory::commit(Id top, bool everything) {
     blackenTops();
     const auto changed = changedElements(everything);
     for (const auto id : changed.fresh) place(id);
-    auto all = changed.existing;
-    all.insert(all.end(), changed.fresh.begin(), changed.fresh.end());
-    if (entries_.writeTogether(all)) {
-        elements_.keep();
-        taken_.clear();
-        medium_.order();
-    } else {
-        commitByMoving(top, changed);
-    }
-}
-
-void Directory::commitByMoving(Id top, const Changed& changed) {
     const auto ancestor = commonAncestor(changed.existing, top);
-    auto moved = pathsTo(ancestor, changed.existing);
+    auto plan = planOf(ancestor, changed);
     std::vector<std::uint32_t> left;
-    left.reserve(moved.size());
-    for (const auto id : moved) {
+    left.reserve(plan.moved.size());
+    for (const auto id : plan.moved) {
         left.push_back(elements_[id].entry);
         place(id);
     }
-    moved.insert(moved.end(), changed.fresh.begin(), changed.fresh.end());
-    if (!moved.empty()) entries_.write(std::move(moved));
+    plan.before.insert(plan.before.end(), plan.moved.begin(), plan.moved.end());
+    entries_.write(std::move(plan.before));
     medium_.order();
-    entries_.write(elements_[ancestor]);
+    entries_.writeTogether(plan.together);
     elements_.keep();
     taken_.clear();
     medium_.order();
@@ -104,17 +92,23 @@ Id Directory::commonAncestor(const std::vector<Id>& ids, Id top) const {
     return common;
 }
 
-// All elements from the given ones up to the ancestor, without it.
-std::vector<Id> Directory::pathsTo(Id ancestor, const std::vector<Id>& ids) {
-    std::vector<Id> paths;
-    for (auto id : ids) {
-        for (; id != ancestor && !elements_[id].moving; id = elements_[id].up) {
-            paths.push_back(id);
+// Each changed element is written together with the ancestor, or moves. Then the one above it has
+// changed, too.
+Directory::Plan Directory::planOf(Id ancestor, const Changed& changed) {
+    Plan plan;
+    plan.together.push_back(ancestor);
+    for (const auto id : changed.fresh)
+        (entries_.together(id, ancestor) ? plan.together : plan.before).push_back(id);
+    for (auto id : changed.existing) {
+        for (; !elements_[id].moving && !entries_.together(id, ancestor); id = elements_[id].up) {
+            plan.moved.push_back(id);
             elements_.change(id).moving = true;
         }
+        plan.together.push_back(id);
     }
-    for (const auto id : paths) elements_[id].moving = false;
-    return paths;
+    for (const auto id : plan.moved) elements_[id].moving = false;
+    std::erase_if(plan.together, [&](Id id) { return !entries_.together(id, ancestor); });
+    return plan;
 }
 
 }  // namespace compound

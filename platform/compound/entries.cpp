@@ -108,10 +108,11 @@ std::uint64_t Entries::offsetOf(std::uint32_t entry) const {
     return medium_.offsetOf(sectors_[entry / perSector()]) + entry % perSector() * entrySize;
 }
 
-// What was left last is taken first: it need not be cleared then.
-void Entries::place(Id id) {
+// New elements go side by side, so that the changes that follow share a block. What moves takes what
+// others have left, which need not be cleared then.
+void Entries::place(Id id, bool moves) {
     if (left_.empty() && free_.empty()) grow();
-    auto& source = left_.empty() ? free_ : left_;
+    auto& source = free_.empty() || (moves && !left_.empty()) ? left_ : free_;
     auto& element = elements_.change(id);
     element.entry = source.back();
     element.placed = true;
@@ -168,17 +169,22 @@ void Entries::write(std::vector<Id> ids) {
     writeRuns(ids);
 }
 
-bool Entries::writeTogether(const std::vector<Id>& ids) {
-    auto first = elements_[ids.front()].entry, last = first;
-    for (const auto id : ids) {
-        first = std::min(first, elements_[id].entry);
-        last = std::max(last, elements_[id].entry);
+bool Entries::together(Id left, Id right) const {
+    const auto first = std::min(elements_[left].entry, elements_[right].entry);
+    const auto last = std::max(elements_[left].entry, elements_[right].entry);
+    if (offsetOf(first) / medium_.atomicBlock() != offsetOf(last) / medium_.atomicBlock())
+        return false;
+    for (auto index = first / perSector(); index < last / perSector(); ++index) {
+        if (sectors_[index + 1] != sectors_[index] + 1) return false;
     }
-    const auto begin = offsetOf(first), end = offsetOf(last);
-    const bool together = begin / medium_.atomicBlock() == end / medium_.atomicBlock() &&
-                          end - begin == std::uint64_t{last - first} * entrySize;
-    if (together) writeSpan(first, last);
-    return together;
+    return true;
+}
+
+void Entries::writeTogether(const std::vector<Id>& ids) {
+    const auto [first, last] = std::minmax_element(ids.begin(), ids.end(), [&](Id left, Id right) {
+        return elements_[left].entry < elements_[right].entry;
+    });
+    writeSpan(elements_[*first].entry, elements_[*last].entry);
 }
 
 void Entries::write(const Element& element) {
@@ -212,10 +218,7 @@ void Entries::addSectors(const Units& added, std::uint32_t count) {
         medium_.write(medium_.offsetOf(sector), clear.data(), clear.size());
         sectors.push_back(sector);
     }
-    space_.flush();
-    medium_.order();
-    space_.set(sectors_.back(), added.first);
-    space_.flush();
+    space_.append(sectors_.back(), added.first);
     if (header_.version() == 4) {
         auto header = header_;
         header.setDirectorySectors(static_cast<std::uint32_t>(sectors_.size()) + count);

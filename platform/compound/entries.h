@@ -28,7 +28,7 @@ class Entries {
     std::span<const Sector> sectors() const { return sectors_; }
 
     /// A free entry for an element; the directory grows when there is none.
-    void place(Id id);
+    void place(Id id, bool moves);
     /// The element has left this entry, which is cleared now or later.
     void leave(std::uint32_t entry);
     /// Clears what was left.
@@ -36,8 +36,10 @@ class Entries {
 
     /// Writes the entries of these elements, those next to each other by one write.
     void write(std::vector<Id> ids);
-    /// Writes them together if they share a block that is written as a whole; false if they do not.
-    bool writeTogether(const std::vector<Id>& ids);
+    /// Whether the entries of two elements, with all between them, are written as a whole.
+    bool together(Id left, Id right) const;
+    /// Writes entries that are `together` by one write.
+    void writeTogether(const std::vector<Id>& ids);
     /// Writes an element's entry as `element` says.
     void write(const Element& element);
 

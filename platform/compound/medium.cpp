@@ -68,7 +68,7 @@ void Medium::truncate(std::uint64_t size) {
 }
 
 void Medium::sync() {
-    if (!unsynced_) return;
+    if (!unsynced_ || durability_ == Durability::never) return;
     check(device_->sync());
     unsynced_ = false;
 }

@@ -10,6 +10,7 @@ namespace compound {
 
 /// When the device is synced.
 enum class Durability : std::uint8_t {
+    never,     ///< for files that need not outlive a power cut
     onCommit,  ///< at commit and close: what was committed survives a power cut until the next change
     always,    ///< around each write that commits, too: every change survives, at its price
 };

@@ -39,13 +39,11 @@ void MiniSpace::addPages() {
     try {
         for (auto sector = added.first; sector != endOfChain; sector = space_.next(sector))
             medium_.write(medium_.offsetOf(sector), clear.data(), clear.size());
-        space_.flush();
-        medium_.order();
-        if (last != endOfChain) {
-            space_.set(last, added.first);
+        if (last == endOfChain)
             space_.flush();
-            medium_.order();
-        }
+        else
+            space_.append(last, added.first);
+        medium_.order();
         namePages(last == endOfChain ? added.first : header_.firstMiniFat(), pageCount() + count);
     } catch (...) {
         if (last != endOfChain) space_.set(last, endOfChain);
@@ -73,13 +71,11 @@ void MiniSpace::addSectors() {
     try {
         for (auto sector = added.first; sector != endOfChain; sector = space_.next(sector))
             medium_.writeZeros(medium_.offsetOf(sector), medium_.sectorSize());
-        space_.flush();
-        medium_.order();
-        if (last != endOfChain) {
-            space_.set(last, added.first);
+        if (last == endOfChain)
             space_.flush();
-            medium_.order();
-        }
+        else
+            space_.append(last, added.first);
+        medium_.order();
         setStream(last == endOfChain ? added.first : directory_[rootId].start, sectors + count);
     } catch (...) {
         if (last != endOfChain) space_.set(last, endOfChain);

@@ -6,19 +6,16 @@
 namespace compound {
 
 SectorSpace::SectorSpace(Medium& medium, Header& header)
-    : AllocationTable(medium, medium.sectorSize()), header_(header) {
+    : AllocationTable(medium, medium.sectorSize()),
+      header_(header),
+      mostUnits_(header.version() == 3 ? version3Limit / headerSize - 1 : maxSector) {
     if (header.fatSectors() > medium.sectors()) throw Failure{Error::corrupt};
     setPageCount(header.fatSectors());
 }
 
-std::uint32_t SectorSpace::mostUnits() const {
-    if (header_.version() == 4) return maxSector;
-    return static_cast<std::uint32_t>(version3Limit / medium_.sectorSize() - 1);
-}
-
 std::uint32_t SectorSpace::units() const {
     const auto covered = std::uint64_t{pageCount()} * perPage();
-    return static_cast<std::uint32_t>(std::min<std::uint64_t>(covered, mostUnits()));
+    return static_cast<std::uint32_t>(std::min<std::uint64_t>(covered, mostUnits_));
 }
 
 Sector SectorSpace::rangeLockSector() const {
@@ -59,7 +56,7 @@ std::vector<Sector> SectorSpace::fatSectors() {
 
 // The FAT grows in proportion, so that its sectors interrupt long streams seldom.
 std::uint32_t SectorSpace::pagesToAdd() const {
-    const auto room = ceilDivide(mostUnits(), perPage());
+    const auto room = ceilDivide(mostUnits_, perPage());
     if (pageCount() >= room) throw Failure{Error::tooLarge};
     const auto share = std::clamp<std::uint64_t>(pageCount() / 8, 1, 16);
     return static_cast<std::uint32_t>(std::min<std::uint64_t>(share, room - pageCount()));
@@ -74,6 +71,7 @@ void SectorSpace::grow() {
         for (std::uint32_t i = 0; i < added; ++i) addPage();
         searchFrom(from * perPage());
         placePages(from);
+        writePages(from);
         flush();
         medium_.order();
         announcePages(from);

@@ -29,10 +29,12 @@ class SectorSpace : public AllocationTable {
   protected:
     Sector locate(std::uint32_t page) override;
     void grow() override;
+    std::uint32_t clusterUnits() const override {
+        return static_cast<std::uint32_t>(4096 / medium_.sectorSize());
+    }
 
   private:
     std::uint32_t slotsPerDifat() const { return perPage() - 1; }
-    std::uint32_t mostUnits() const;
     void readDifat(std::uint32_t page);
     std::uint32_t pagesToAdd() const;
     void placePages(std::uint32_t from);
@@ -42,6 +44,7 @@ class SectorSpace : public AllocationTable {
     void forgetPages(std::uint32_t from);
 
     Header& header_;
+    std::uint32_t mostUnits_;
     std::vector<Sector> fat_;    // where the pages lie, as far as it is known
     std::vector<Sector> difat_;  // the DIFAT sectors that were read
 };

@@ -160,17 +160,14 @@ void Streams::extend(Cursor& cursor, std::uint64_t size, std::array<Piece, 3> ad
     const auto unit = space.unitSize();
     const auto units = ceilDivide(element.size, unit);
     const auto last = chain.at(units - 1);
-    const auto fresh = space.allocate(ceilDivide(size, unit) - units);
+    const auto fresh = space.allocate(ceilDivide(size, unit) - units, {last, units, true});
     try {
         const auto slack = takeFront(added, units * unit - element.size);
         writeAll(chain, unit, element.size, slack);
         if (fresh.first != endOfChain) {
             Chain more(space, fresh.first);
             writeAll(more, unit, 0, added);
-            space.flush();
-            medium_.order();
-            space.set(last, fresh.first);
-            space.flush();
+            space.append(last, fresh.first);
         }
         medium_.order();
         setExtent(cursor.id, element.start, size);
@@ -186,7 +183,7 @@ void Streams::extend(Cursor& cursor, std::uint64_t size, std::array<Piece, 3> ad
 void Streams::replace(Cursor& cursor, std::uint64_t size, std::array<Piece, 4> content) {
     const auto old = directory_[cursor.id];
     auto& space = spaceOf(size);
-    const auto fresh = space.allocate(ceilDivide(size, space.unitSize()));
+    const auto fresh = space.allocate(ceilDivide(size, space.unitSize()), {.aligned = true});
     try {
         Chain chain(space, fresh.first);
         writeAll(chain, space.unitSize(), 0, content);

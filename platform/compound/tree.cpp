@@ -5,6 +5,11 @@
 #include <cmath>
 
 namespace compound {
+namespace {
+
+constexpr int mostLean = 1;
+
+}  // namespace
 
 Id Tree::find(std::u16string_view name) const {
     auto id = elements_[storage_].child;
@@ -77,11 +82,11 @@ Id Tree::rotateRight(Id id) {
 }
 
 Id Tree::straighten(Id id) {
-    if (lean(id) > 1) {
+    if (lean(id) > mostLean) {
         if (lean(elements_[id].left) < 0) rotateLeft(elements_[id].left);
         return rotateRight(id);
     }
-    if (lean(id) < -1) {
+    if (lean(id) < -mostLean) {
         if (lean(elements_[id].right) > 0) rotateRight(elements_[id].right);
         return rotateLeft(id);
     }
