@@ -31,15 +31,31 @@ style() {
     build clang
 }
 
+# The compiler's notes stay when a source is gone, and gcovr looks for it then.
+forget_gone_sources() {
+    local notes
+    ninja -C build/coverage -t cleandead >/dev/null
+    find build/coverage -name '*.gcno' | while read -r notes; do
+        [ -e "${notes%.gcno}.o" ] || rm "$notes"
+    done
+}
+
+# What the runs in build/coverage have reached: coverage_of NAME GCOVR-OPTION...
+coverage_of() {
+    local figures=build/coverage/$1.txt
+    echo "== $1: the figures of each file are in $figures"
+    gcovr --root . --object-directory build/coverage --exclude-unreachable-branches \
+        --exclude-throw-branches --sort-percentage --print-summary -o "$figures" "${@:2}"
+}
+
 coverage() {
     scripts/setup.sh coverage
     build coverage
     find build/coverage -name '*.gcda' -delete
+    forget_gone_sources
     ctest --preset coverage
-    gcovr --root . --object-directory build/coverage --exclude-unreachable-branches \
-        --exclude-throw-branches --filter '(frame|angles|paths|files|memory|identification)/' \
-        --filter platform/ --print-summary --sort-percentage -o build/coverage/lines.txt
-    echo "the figures of each file: build/coverage/lines.txt"
+    coverage_of library --exclude '(tests|examples|bench|platform)/'
+    coverage_of platform --filter platform/
 }
 
 # What runs programs needs the emulator; the other tests look at what was built.

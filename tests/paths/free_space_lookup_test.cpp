@@ -2,6 +2,7 @@
 // holds for a process, so each of these runs in one of its own.
 #include <jw32/free_space.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
@@ -50,8 +51,7 @@ void ask(bool moduleComes, bool hasEntry, std::uint64_t free, DWORD freeMegabyte
     EXPECT_EQ(reported(Jw32FreeDiskSpace, "Q:", &bytes), Report(0, ERROR_PATH_NOT_FOUND));
     EXPECT_EQ(Jw32FreeDiskSpaceC("Q:", &plain), 0);
     EXPECT_EQ(machine::inUse()["module references"], moduleComes ? 2u : 0u) << "the module stays";
-    std::fflush(stdout);
-    std::_Exit(testing::Test::HasFailure());
+    std::exit(testing::Test::HasFailure());
 }
 
 TEST(FreeSpaceLookup, IsMadeOnceForEachCountAndClustersAreCountedWithoutTheCall) {
