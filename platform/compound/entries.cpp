@@ -90,7 +90,6 @@ void Entries::load() {
 }
 
 void Entries::settle() {
-    const Element clear;
     for (auto entry = count(); entry-- > 0;) {
         auto& element = elements_[entry];
         if (element.placed) {

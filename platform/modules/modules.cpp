@@ -49,7 +49,8 @@ Loaded* byName(std::string_view name, bool asData) {
 }
 
 Loaded& add(std::unique_ptr<Module> module, bool stays) {
-    return loadedModules.emplace_back(std::move(module), stays);
+    loadedModules.push_back(Loaded{std::move(module), stays});
+    return loadedModules.back();
 }
 
 Loaded& addNamed(const std::string& name, bool asData) {
