@@ -52,6 +52,7 @@ void Directory::place(Id id) {
 void Directory::commit(Id top, bool everything) {
     blackenTops();
     const auto changed = changedElements(everything);
+    if (changed.existing.empty()) return elements_.keep();  // moved to where it was
     for (const auto id : changed.fresh) place(id);
     const auto ancestor = commonAncestor(changed.existing, top);
     auto plan = planOf(ancestor, changed);

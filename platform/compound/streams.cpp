@@ -121,6 +121,7 @@ void Streams::write(Cursor& cursor, std::uint64_t position, const std::byte* sou
     const auto length = directory_[cursor.id].size;
     if (position + size > length) return grow(cursor, position + size, position, {source, size});
     writeAt(chainOf(cursor), spaceOf(length).unitSize(), position, {source, size});
+    medium_.order();
 }
 
 void Streams::resize(Cursor& cursor, std::uint64_t size) {
@@ -143,6 +144,7 @@ void Streams::grow(Cursor& cursor, std::uint64_t size, std::uint64_t position, P
         data.size -= overlap;
         extend(cursor, size, {gap, data, padding});
         if (overlap > 0) writeAt(chainOf(cursor), unit, position, front);
+        medium_.order();
         return;
     }
     std::array<std::byte, miniCutoff> old;

@@ -10,7 +10,7 @@ using compound::Stream;
 
 Error Churn::step(File& file) {
     before = model;
-    written_.clear();
+    overwritten_.clear();
     switch (below(12)) {
         case 0:
         case 1:
@@ -84,12 +84,14 @@ Error Churn::write(File& file) {
     const auto bytes = noise(below(below(4) == 0 ? largest_ : 300));
     auto content = model[path];
     const auto position = below(2) == 0 ? content.size() : below(content.size() + 200);
+    if (!bytes.empty()) {
+        if (position < content.size()) overwritten_ = path;
+        content.resize(std::max(content.size(), position + bytes.size()));
+        content.replace(position, bytes.size(), bytes);
+        overwriting_ = content;
+    }
     const auto error = Stream(file, find(file, path)).write(position, bytes.data(), bytes.size());
-    if (!bytes.empty() && position < content.size()) written_ = path;
-    if (error != Error::none || bytes.empty()) return error;
-    content.resize(std::max(content.size(), position + bytes.size()));
-    content.replace(position, bytes.size(), bytes);
-    model[path] = content;
+    if (error == Error::none) model[path] = content;
     return error;
 }
 
@@ -132,14 +134,14 @@ Error Churn::relocate(File& file) {
 // While a stream is overwritten, its bytes may be of both contents, and its size of either.
 bool Churn::allows(const Contents& contents) const {
     if (contents == before || contents == model) return true;
-    if (written_.empty() || !contents.contains(written_)) return false;
-    const auto& old = before.at(written_);
-    const auto& fresh = model.at(written_);
-    const auto& found = contents.at(written_);
+    if (overwritten_.empty() || !contents.contains(overwritten_)) return false;
+    const auto& old = before.at(overwritten_);
+    const auto& fresh = overwriting_;
+    const auto& found = contents.at(overwritten_);
     if (found.size() != old.size() && found.size() != fresh.size()) return false;
     auto others = contents;
-    others[written_] = fresh;
-    if (others != model) return false;
+    others[overwritten_] = old;
+    if (others != before) return false;
     for (std::size_t i = 0; i < found.size(); ++i) {
         const bool isOld = i < old.size() && found[i] == old[i];
         const bool isFresh = i < fresh.size() && found[i] == fresh[i];

@@ -38,7 +38,8 @@ class Churn {
 
     std::minstd_rand random_;
     std::size_t largest_;
-    std::u16string written_;  // the path of a stream that was overwritten in place
+    std::u16string overwritten_;  // the path of a stream that is written in place
+    std::string overwriting_;     // what it is to hold
 };
 
 // What the file holds, read through the engine.
