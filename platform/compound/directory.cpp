@@ -97,7 +97,8 @@ void Directory::fix(Id storage) {
     change([&] {
         elements_.change(storage).loose = false;
         const auto fixed = tree(storage);
-        for (auto id = fixed.first(); id != noElement; id = fixed.next(id)) elements_.change(id);
+        for (auto id = fixed.first(); id != noElement; id = fixed.next(id))
+            elements_.change(id).black = true;
         commit(storage, true);
     });
 }

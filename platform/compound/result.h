@@ -33,7 +33,7 @@ class [[nodiscard]] Result {
     explicit operator bool() const { return error_ == Error::none; }
     Error error() const { return error_; }
     T& operator*() & { return value_; }
-    T&& operator*() && { return std::move(value_); }
+    T operator*() && { return std::move(value_); }
     const T& operator*() const& { return value_; }
     T* operator->() { return &value_; }
     const T* operator->() const { return &value_; }
