@@ -28,12 +28,12 @@ bool diesWhileCopying = false;
 // The platform's calls come here first.
 extern "C" __attribute__((visibility("default"))) ssize_t copy_file_range(int from, off64_t* fromAt,
                                                                           int to, off64_t* toAt,
-                                                                          std::size_t most,
-                                                                          unsigned flags) {
+                                                                          std::size_t size,
+                                                                          unsigned options) {
     if (diesWhileCopying) raise(SIGKILL);
     static const auto next =
         reinterpret_cast<decltype(&copy_file_range)>(dlsym(RTLD_NEXT, "copy_file_range"));
-    return next(from, fromAt, to, toAt, most, flags);
+    return next(from, fromAt, to, toAt, size, options);
 }
 
 namespace {
